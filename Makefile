@@ -1,0 +1,39 @@
+# The two set-up commands: `make test` and `make run`. Each installs what is
+# missing, configures, builds and then runs.
+PRESET ?= $(if $(CI),ci,default)
+JOBS   ?= $(shell nproc)
+FUZZ_SECONDS ?= 600
+
+.PHONY: all deps configure build test run bench fuzz clean
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+configure: deps
+	@cmake --preset $(PRESET) > /dev/null
+
+build: configure
+	@cmake --build --preset $(PRESET) -j $(JOBS)
+
+test: build
+	@ctest --preset $(PRESET) -j $(JOBS)
+
+run: build
+	@echo "The Feldra host application is not built yet: 'make run' starts it once it lands."
+
+bench: deps
+	@cmake --preset bench > /dev/null
+	@cmake --build --preset bench -j $(JOBS)
+	@for b in build/bench/bench/*_bench; do echo "== $$b"; $$b; done
+
+fuzz: deps
+	@cmake --preset fuzz > /dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+	@for f in build/fuzz/fuzz/*_fuzz; do echo "== $$f ($(FUZZ_SECONDS) s)"; \
+	  mkdir -p build/fuzz/corpus/$$(basename $$f); \
+	  $$f -max_total_time=$(FUZZ_SECONDS) -max_len=10000 build/fuzz/corpus/$$(basename $$f) fuzz/corpus/$$(basename $$f) || exit 1; done
+
+clean:
+	rm -rf build

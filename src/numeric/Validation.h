@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QLineEdit;
+
+namespace numeric {
+
+// Checks that a numeric text field holds a number within the optional bounds.
+// Tells the user what is wrong in a message box and returns whether the field
+// may be used. A disabled field is always accepted. With both bounds the
+// range includes them; `inclusive` decides for a single bound whether the
+// bound itself is allowed. The field's text, selection and focus are left
+// as they are.
+bool ValidateNumber(const QString& caption, const QLineEdit& field,
+                    std::optional<double> lower = std::nullopt,
+                    std::optional<double> upper = std::nullopt, bool inclusive = false);
+
+} // namespace numeric
