@@ -1,0 +1,12 @@
+#include "feldra/HelpLocale.h"
+
+#include "feldra/QtLocalizer.h"
+
+namespace feldra {
+
+int HelpLocale::HelpLanguageNumber(int languageCode) const
+{
+    return languageCode == QtLocalizer::kGerman ? QtLocalizer::kGerman : QtLocalizer::kEnglish;
+}
+
+} // namespace feldra

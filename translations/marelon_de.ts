@@ -1,0 +1,770 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en_US">
+<context>
+    <name>Marelon</name>
+    <message>
+        <extracomment>Commands, toolbar buttons and help menu</extracomment>
+        <source>Tool Data</source>
+        <translation>Werkzeugdaten</translation>
+    </message>
+    <message>
+        <source>Sets tool shift and spindle rotation.</source>
+        <translation>Setzt Werkzeugversatz und Spindeldrehrichtung.</translation>
+    </message>
+    <message>
+        <source>Data Page</source>
+        <translation>Datenblatt</translation>
+    </message>
+    <message>
+        <source>Generates data page settings for Marelon Swiss-style lathes.</source>
+        <translation>Erzeugt die Datenblatteinstellungen für Marelon-Langdrehautomaten.</translation>
+    </message>
+    <message>
+        <source>Masks</source>
+        <translation>Masken</translation>
+    </message>
+    <message>
+        <source>Mask Graphic Objects</source>
+        <translation>Grafikobjekte maskieren</translation>
+    </message>
+    <message>
+        <source>G-Code List</source>
+        <translation>G-Code-Liste</translation>
+    </message>
+    <message>
+        <source>Display Help about G codes</source>
+        <translation>Hilfe zu G-Codes anzeigen</translation>
+    </message>
+    <message>
+        <source>Marelon G-Code Help</source>
+        <translation>Marelon G-Code-Hilfe</translation>
+    </message>
+    <message>
+        <source>Marelon Add-In Help</source>
+        <translation>Marelon Add-In-Hilfe</translation>
+    </message>
+    <message>
+        <source>Auto Sync</source>
+        <translation>Auto-Sync</translation>
+    </message>
+    <message>
+        <extracomment>Simulation and technology parameter labels</extracomment>
+        <source>Z2 Position</source>
+        <translation>Z2-Position</translation>
+    </message>
+    <message>
+        <source>M32- Position X</source>
+        <translation>M32- Position X</translation>
+    </message>
+    <message>
+        <source>M32- Position Z</source>
+        <translation>M32- Position Z</translation>
+    </message>
+    <message>
+        <source>M34- 0:Basket 1:Clamp</source>
+        <translation>M34- 0:Korb 1:Klemmung</translation>
+    </message>
+    <message>
+        <source>M34- Pickup Location(A)</source>
+        <translation>M34- Übernahmeposition(A)</translation>
+    </message>
+    <message>
+        <source>M34- Pull Back(B)</source>
+        <translation>M34- Rückzug(B)</translation>
+    </message>
+    <message>
+        <source>M34- Ejecting Distance(W)</source>
+        <translation>M34- Auswerfweg(W)</translation>
+    </message>
+    <message>
+        <source>Collet Extension</source>
+        <translation>Spannzangenüberstand</translation>
+    </message>
+    <message>
+        <source>G76- Pull Out Dist.(%)</source>
+        <translation>G76- Ausfahrweg(%)</translation>
+    </message>
+    <message>
+        <source>G76- Minimum Depth</source>
+        <translation>G76- Minimale Schnitttiefe</translation>
+    </message>
+    <message>
+        <source>15=M15 ; 16=M16</source>
+        <translation>15=M15 ; 16=M16</translation>
+    </message>
+    <message>
+        <source>G79- Dwell At Retract</source>
+        <translation>G79- Verweilzeit beim Rückzug</translation>
+    </message>
+    <message>
+        <source>G201- H Value</source>
+        <translation>G201- H-Wert</translation>
+    </message>
+    <message>
+        <extracomment>Work planes</extracomment>
+        <source>Turning</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Cross Gang</source>
+        <translation>Kamm quer</translation>
+    </message>
+    <message>
+        <source>Back Face</source>
+        <translation>Stirnseite hinten</translation>
+    </message>
+    <message>
+        <source>Cross Turret</source>
+        <translation>Revolver quer</translation>
+    </message>
+    <message>
+        <source>Front Face</source>
+        <translation>Stirnseite vorn</translation>
+    </message>
+    <message>
+        <extracomment>NC-code warning</extracomment>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Marelon users should run the Tool Data Settings and Data Page functions prior to creating NC code.</source>
+        <translation>Marelon-Anwender sollten vor dem Erzeugen des NC-Codes die Funktionen Werkzeugdaten und Datenblatt ausführen.</translation>
+    </message>
+    <message>
+        <source>DO YOU WISH TO CONTINUE?</source>
+        <translation>MÖCHTEN SIE FORTFAHREN?</translation>
+    </message>
+    <message>
+        <source>Don't show me this again.</source>
+        <translation>Diese Meldung nicht mehr anzeigen.</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <extracomment>Tool Data and the holder library</extracomment>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Machine Name</source>
+        <translation>Maschinenname</translation>
+    </message>
+    <message>
+        <source>Tool Settings</source>
+        <translation>Werkzeugeinstellungen</translation>
+    </message>
+    <message>
+        <source>Marelon Holder</source>
+        <translation>Marelon-Halter</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Holder Description</source>
+        <translation>Halterbeschreibung</translation>
+    </message>
+    <message>
+        <source>Holder</source>
+        <translation>Halter</translation>
+    </message>
+    <message>
+        <source>Tool</source>
+        <translation>Werkzeug</translation>
+    </message>
+    <message>
+        <source>Feldra</source>
+        <translation>Feldra</translation>
+    </message>
+    <message>
+        <source>X Shift</source>
+        <translation>X-Versatz</translation>
+    </message>
+    <message>
+        <source>Y Shift</source>
+        <translation>Y-Versatz</translation>
+    </message>
+    <message>
+        <source>Z Shift</source>
+        <translation>Z-Versatz</translation>
+    </message>
+    <message>
+        <source>Spindle Rot.</source>
+        <translation>Drehrichtung</translation>
+    </message>
+    <message>
+        <source>Gear Ratio</source>
+        <translation>Übersetzung</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>zu</translation>
+    </message>
+    <message>
+        <source>Tool Comment</source>
+        <translation>Werkzeugkommentar</translation>
+    </message>
+    <message>
+        <source>Set Data</source>
+        <translation>Daten setzen</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Renumber With Station Number</source>
+        <translation>Mit Stationsnummer neu nummerieren</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Sortieren</translation>
+    </message>
+    <message>
+        <source>Tool ID</source>
+        <translation>Werkzeug-ID</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vorwärts</translation>
+    </message>
+    <message>
+        <source>Reverse</source>
+        <translation>Rückwärts</translation>
+    </message>
+    <message>
+        <source>N/A</source>
+        <translation>n. z.</translation>
+    </message>
+    <message>
+        <source>Tool X Shift</source>
+        <translation>Werkzeug X-Versatz</translation>
+    </message>
+    <message>
+        <source>Tool Y Shift</source>
+        <translation>Werkzeug Y-Versatz</translation>
+    </message>
+    <message>
+        <source>Tool Z Shift</source>
+        <translation>Werkzeug Z-Versatz</translation>
+    </message>
+    <message>
+        <source>The file - </source>
+        <translation>Die Datei - </translation>
+    </message>
+    <message>
+        <source> - is not installed! This is needed to set the tool holder shift data!</source>
+        <translation> - ist nicht installiert! Sie wird zum Setzen der Versatzdaten der Werkzeughalter benötigt!</translation>
+    </message>
+    <message>
+        <source>New Holder</source>
+        <translation>Neuer Halter</translation>
+    </message>
+    <message>
+        <source>Edit Holder</source>
+        <translation>Halter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Holder Name</source>
+        <translation>Haltername</translation>
+    </message>
+    <message>
+        <source>Spindle Rotation</source>
+        <translation>Spindeldrehrichtung</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Invalid Expression</source>
+        <translation>Ungültiger Ausdruck</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Invalid Holder Name.</source>
+        <translation>Ungültiger Haltername.</translation>
+    </message>
+    <message>
+        <source>Quotation mark (</source>
+        <translation>Anführungszeichen (</translation>
+    </message>
+    <message>
+        <source>) is not allowed.</source>
+        <translation>) ist nicht zulässig.</translation>
+    </message>
+    <message>
+        <source>) is not allowed</source>
+        <translation>) ist nicht zulässig</translation>
+    </message>
+    <message>
+        <source>Please enter a Holder Name.</source>
+        <translation>Bitte einen Halternamen eingeben.</translation>
+    </message>
+    <message>
+        <source>Gear Ratio 1</source>
+        <translation>Übersetzung 1</translation>
+    </message>
+    <message>
+        <source>Gear Ratio 2</source>
+        <translation>Übersetzung 2</translation>
+    </message>
+    <message>
+        <source>Invalid Holder Description.</source>
+        <translation>Ungültige Halterbeschreibung.</translation>
+    </message>
+    <message>
+        <source>Please enter a Holder Description.</source>
+        <translation>Bitte eine Halterbeschreibung eingeben.</translation>
+    </message>
+    <message>
+        <extracomment>Numeric field validation</extracomment>
+        <source>Bad data entered for -</source>
+        <translation>Ungültige Eingabe für -</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value</source>
+        <translation>Bitte einen Zahlenwert eingeben</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value between</source>
+        <translation>Zulässig sind Zahlenwerte zwischen</translation>
+    </message>
+    <message>
+        <source>and</source>
+        <translation>und</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value greater than or equal to</source>
+        <translation>Zulässig sind Zahlenwerte größer oder gleich</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value greater than</source>
+        <translation>Zulässig sind Zahlenwerte größer als</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value less than or equal to</source>
+        <translation>Zulässig sind Zahlenwerte kleiner oder gleich</translation>
+    </message>
+    <message>
+        <source>Please enter a numeric value less than</source>
+        <translation>Zulässig sind Zahlenwerte kleiner als</translation>
+    </message>
+    <message>
+        <extracomment>Data Page: tabs, frames, buttons and messages</extracomment>
+        <source>Part Data</source>
+        <translation>Teiledaten</translation>
+    </message>
+    <message>
+        <source>Machine Data</source>
+        <translation>Maschinendaten</translation>
+    </message>
+    <message>
+        <source>Miscellaneous</source>
+        <translation>Sonstiges</translation>
+    </message>
+    <message>
+        <source>Machine Setup</source>
+        <translation>Maschineneinrichtung</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>Laden</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>NC Output</source>
+        <translation>NC-Ausgabe</translation>
+    </message>
+    <message>
+        <source>Comments</source>
+        <translation>Kommentare</translation>
+    </message>
+    <message>
+        <source>Program Number</source>
+        <translation>Programmnummer</translation>
+    </message>
+    <message>
+        <source>Program Name</source>
+        <translation>Programmname</translation>
+    </message>
+    <message>
+        <source>Unit for NC Code</source>
+        <translation>Einheit für NC-Code</translation>
+    </message>
+    <message>
+        <source>Inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>Metric</source>
+        <translation>Metrisch</translation>
+    </message>
+    <message>
+        <source>Head</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>Head ID</source>
+        <translation>Kanal-ID</translation>
+    </message>
+    <message>
+        <source>There was an error! Possibly some data is not set properly.</source>
+        <translation>Es ist ein Fehler aufgetreten! Möglicherweise sind einige Daten nicht richtig gesetzt.</translation>
+    </message>
+    <message>
+        <source>Machine Setup File not available for this machine</source>
+        <translation>Maschineneinrichtungsdatei für diese Maschine nicht vorhanden</translation>
+    </message>
+    <message>
+        <extracomment>Data Page: machine parameters</extracomment>
+        <source>Bar Stock O.D.</source>
+        <translation>Stangen-Außendurchmesser</translation>
+    </message>
+    <message>
+        <source>Tool Positioning Point</source>
+        <translation>Werkzeug-Positionierpunkt</translation>
+    </message>
+    <message>
+        <source>Cut Off Tool</source>
+        <translation>Abstechwerkzeug</translation>
+    </message>
+    <message>
+        <source>Cut Off Speed</source>
+        <translation>Abstechdrehzahl</translation>
+    </message>
+    <message>
+        <source>Cut Off Feed</source>
+        <translation>Abstechvorschub</translation>
+    </message>
+    <message>
+        <source>Cut Off End Point</source>
+        <translation>Abstech-Endpunkt</translation>
+    </message>
+    <message>
+        <source>Machining Length</source>
+        <translation>Bearbeitungslänge</translation>
+    </message>
+    <message>
+        <source>Parts Per/1 Chuck</source>
+        <translation>Teile pro Spannung</translation>
+    </message>
+    <message>
+        <source>Pipe ID/Tube ID</source>
+        <translation>Rohr-Innendurchmesser</translation>
+    </message>
+    <message>
+        <source>Back Spl Chuck POS</source>
+        <translation>Gegensp. Spannposition</translation>
+    </message>
+    <message>
+        <source>Work Receiver No.(##)</source>
+        <translation>Werkstückabnehmer Nr.(##)</translation>
+    </message>
+    <message>
+        <source>Gang Holder</source>
+        <translation>Kammhalter</translation>
+    </message>
+    <message>
+        <source>Front Drill Holder</source>
+        <translation>Bohrhalter vorn</translation>
+    </message>
+    <message>
+        <source>Back Drill Holder</source>
+        <translation>Bohrhalter hinten</translation>
+    </message>
+    <message>
+        <source>Back Spindle</source>
+        <translation>Gegenspindel</translation>
+    </message>
+    <message>
+        <source>Back Spindle Extension</source>
+        <translation>Gegenspindel-Verlängerung</translation>
+    </message>
+    <message>
+        <source>Back Spindle Support</source>
+        <translation>Gegenspindel-Stütze</translation>
+    </message>
+    <message>
+        <source>Holder GTF###</source>
+        <translation>Halter GTF###</translation>
+    </message>
+    <message>
+        <source>Holder GDF###</source>
+        <translation>Halter GDF###</translation>
+    </message>
+    <message>
+        <source>Front Tool Hldr (4=Std)</source>
+        <translation>Wzg.-Halter vorn (4=Std)</translation>
+    </message>
+    <message>
+        <source>Front Tool Holder (8=Std)</source>
+        <translation>Werkzeughalter vorn (8=Std)</translation>
+    </message>
+    <message>
+        <source>Opp Tool Holder (101=Std)</source>
+        <translation>Gegenüberl. Werkzeughalter (101=Std)</translation>
+    </message>
+    <message>
+        <source>Back Tool Holder (121=Std)</source>
+        <translation>Werkzeughalter hinten (121=Std)</translation>
+    </message>
+    <message>
+        <source>Back Spl Type (201=Std)</source>
+        <translation>Gegenspindeltyp (201=Std)</translation>
+    </message>
+    <message>
+        <source>Back Spl Type (141=Std)</source>
+        <translation>Gegenspindeltyp (141=Std)</translation>
+    </message>
+    <message>
+        <source>Tool Pattern 1</source>
+        <translation>Werkzeugbestückung 1</translation>
+    </message>
+    <message>
+        <source>Tool Pattern 2</source>
+        <translation>Werkzeugbestückung 2</translation>
+    </message>
+    <message>
+        <source>Pair Tool (##)</source>
+        <translation>Paarwerkzeug (##)</translation>
+    </message>
+    <message>
+        <source>Back Work Position</source>
+        <translation>Gegenspindel-Arbeitsposition</translation>
+    </message>
+    <message>
+        <source>Tooling Pattern</source>
+        <translation>Werkzeugbestückung</translation>
+    </message>
+    <message>
+        <source>Gang Tool Pattern</source>
+        <translation>Kammbestückung</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Support</source>
+        <translation>Stütze</translation>
+    </message>
+    <message>
+        <source>With Support</source>
+        <translation>Mit Stütze</translation>
+    </message>
+    <message>
+        <source>With Basket</source>
+        <translation>Mit Korb</translation>
+    </message>
+    <message>
+        <source>Catch</source>
+        <translation>Auffangen</translation>
+    </message>
+    <message>
+        <source>Standard Holder</source>
+        <translation>Standardhalter</translation>
+    </message>
+    <message>
+        <source>Free Tool</source>
+        <translation>Freies Werkzeug</translation>
+    </message>
+    <message>
+        <extracomment>Data Page: bar loader and miscellaneous settings</extracomment>
+        <source>Bar Loader</source>
+        <translation>Stangenlader</translation>
+    </message>
+    <message>
+        <source>Magazine</source>
+        <translation>Magazin</translation>
+    </message>
+    <message>
+        <source>Hydrostatic</source>
+        <translation>Hydrostatisch</translation>
+    </message>
+    <message>
+        <source>Program Type</source>
+        <translation>Programmart</translation>
+    </message>
+    <message>
+        <source>Sub Program</source>
+        <translation>Unterprogramm</translation>
+    </message>
+    <message>
+        <source>M Code</source>
+        <translation>M-Code</translation>
+    </message>
+    <message>
+        <source>Sub Program Number (P)</source>
+        <translation>Unterprogrammnummer (P)</translation>
+    </message>
+    <message>
+        <source>Dwell For Bar Loader (s)</source>
+        <translation>Verweilzeit Stangenlader (s)</translation>
+    </message>
+    <message>
+        <source>Chamfer Distance X, Z</source>
+        <translation>Fasenabstand X, Z</translation>
+    </message>
+    <message>
+        <source>Pull Back Amount</source>
+        <translation>Rückzugsweg</translation>
+    </message>
+    <message>
+        <source>Spindle Stop</source>
+        <translation>Spindelstopp</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>NEIN</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>JA</translation>
+    </message>
+    <message>
+        <source>Spindle RPM</source>
+        <translation>Spindeldrehzahl</translation>
+    </message>
+    <message>
+        <source>Startup Spindle Speed</source>
+        <translation>Anfangsdrehzahl Spindel</translation>
+    </message>
+    <message>
+        <source>Polar Interpolation Mode</source>
+        <translation>Polarkoordinaten-Interpolation</translation>
+    </message>
+    <message>
+        <source>X and C</source>
+        <translation>X und C</translation>
+    </message>
+    <message>
+        <source>X and Y</source>
+        <translation>X und Y</translation>
+    </message>
+    <message>
+        <source>Cut Off Tool Breakage Detection By Spindle</source>
+        <translation>Bruchkontrolle Abstechwerkzeug über Spindel</translation>
+    </message>
+    <message>
+        <extracomment>Data Page: stock definition</extracomment>
+        <source>Stock Definition</source>
+        <translation>Rohteildefinition</translation>
+    </message>
+    <message>
+        <source>Stock Type</source>
+        <translation>Rohteilart</translation>
+    </message>
+    <message>
+        <source>Z Facing Amount</source>
+        <translation>Planaufmaß Z</translation>
+    </message>
+    <message>
+        <source>Stock Length</source>
+        <translation>Rohteillänge</translation>
+    </message>
+    <message>
+        <source>Part Length</source>
+        <translation>Teillänge</translation>
+    </message>
+    <message>
+        <source>Stock Diameter</source>
+        <translation>Rohteildurchmesser</translation>
+    </message>
+    <message>
+        <source>Inside Diameter</source>
+        <translation>Innendurchmesser</translation>
+    </message>
+    <message>
+        <source>Diameter</source>
+        <translation>Durchmesser</translation>
+    </message>
+    <message>
+        <source>Base Angle</source>
+        <translation>Basiswinkel</translation>
+    </message>
+    <message>
+        <source>Sides</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Select Feature for Stock Profile</source>
+        <translation>Feature für Rohteilprofil wählen</translation>
+    </message>
+    <message>
+        <source>Bar</source>
+        <translation>Stange</translation>
+    </message>
+    <message>
+        <source>Tube</source>
+        <translation>Rohr</translation>
+    </message>
+    <message>
+        <source>Polygon</source>
+        <translation>Mehrkant</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>OD</source>
+        <translation>AD</translation>
+    </message>
+    <message>
+        <source>ID</source>
+        <translation>ID</translation>
+    </message>
+    <message>
+        <source>Select a feature for the Stock Profile</source>
+        <translation>Bitte ein Feature für das Rohteilprofil wählen</translation>
+    </message>
+    <message>
+        <extracomment>Auto Sync</extracomment>
+        <source>Auto Sync - Operation Order</source>
+        <translation>Auto-Sync - Arbeitsgangreihenfolge</translation>
+    </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>Auto Sync is only supported for L series machines at this time.</source>
+        <translation>Auto-Sync wird derzeit nur für Maschinen der L-Serie unterstützt.</translation>
+    </message>
+</context>
+</TS>
