@@ -1,0 +1,18 @@
+#pragma once
+
+#include "addin/host/Fwd.h"
+
+#include <memory>
+
+namespace host {
+
+// The named entries of the machine setup, from 1.
+class SetupEntries {
+public:
+    virtual ~SetupEntries() = default;
+    virtual std::shared_ptr<host::SetupEntry> Item(int i) = 0;
+    virtual int Count() = 0;
+    virtual void Remove(int i) = 0;
+};
+
+} // namespace host
