@@ -4,7 +4,7 @@
 
 namespace feldra {
 
-int HelpLocale::HelpLanguageNumber(int languageCode) const
+int HelpLocale::HelpLanguageNumber(int languageCode)
 {
     return languageCode == QtLocalizer::kGerman ? QtLocalizer::kGerman : QtLocalizer::kEnglish;
 }

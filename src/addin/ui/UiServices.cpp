@@ -35,6 +35,12 @@ QString Tr(const QString& english)
     return localizer ? localizer->Translate(english) : english;
 }
 
+int UiLanguageCode()
+{
+    const auto& localizer = current().localizer;
+    return localizer ? localizer->LanguageCode() : 1033;
+}
+
 host::MsgResult MsgBox(const QString& prompt, host::MsgButtons buttons, host::MsgIcon icon,
                        const QString& title)
 {

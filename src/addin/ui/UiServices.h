@@ -21,6 +21,9 @@ void RemoveUiServices();
 // Without a localiser the text is shown as it is.
 QString Tr(const QString& english);
 
+// The language of the installed localiser (1033 English without one).
+int UiLanguageCode();
+
 // A message box through the host's service. The prompt and title are shown as
 // given: translate them with Tr first.
 host::MsgResult MsgBox(const QString& prompt, host::MsgButtons buttons = host::MsgButtons::OK,
