@@ -55,7 +55,9 @@ bool SaveSetting(const QString& app, const QString& section, const QString& key,
     const std::unique_ptr<QSettings> store = OpenStore(app);
     store->setValue(Address(section, key), value);
     store->sync();
-    return store->status() == QSettings::NoError;
+    // A damaged file reports a format error that outlives the successful
+    // rewrite; only an access error or a store that cannot be written fails.
+    return store->isWritable() && store->status() != QSettings::AccessError;
 }
 
 } // namespace marelon
