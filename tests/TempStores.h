@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <QtGlobal>
+
+// Points the settings store and the registry hive at folders of a fresh
+// temporary directory for as long as it lives.
+class TempStores {
+public:
+    TempStores()
+    {
+        qputenv("MARELON_SETTINGS_DIR", SettingsDir().toLocal8Bit());
+        qputenv("MARELON_REGISTRY_DIR", RegistryDir().toLocal8Bit());
+    }
+    ~TempStores()
+    {
+        qunsetenv("MARELON_SETTINGS_DIR");
+        qunsetenv("MARELON_REGISTRY_DIR");
+    }
+
+    QString Path() const { return dir_.path(); }
+    QString SettingsDir() const { return dir_.path() + QStringLiteral("/settings"); }
+    QString RegistryDir() const { return dir_.path() + QStringLiteral("/registry"); }
+
+private:
+    QTemporaryDir dir_;
+};
