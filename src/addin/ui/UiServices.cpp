@@ -35,6 +35,12 @@ QString Tr(const QString& english)
     return localizer ? localizer->Translate(english) : english;
 }
 
+void TranslateForm(QWidget* form)
+{
+    if (const auto& localizer = current().localizer)
+        localizer->TranslateForm(form);
+}
+
 int UiLanguageCode()
 {
     const auto& localizer = current().localizer;

@@ -6,6 +6,8 @@
 #include <QString>
 #include <memory>
 
+class QWidget;
+
 namespace marelon {
 
 // The title of every message box that names no title of its own.
@@ -20,6 +22,9 @@ void RemoveUiServices();
 // English text in the user's language, at the moment it is shown.
 // Without a localiser the text is shown as it is.
 QString Tr(const QString& english);
+
+// Translates a form's captions through the host's localiser (nothing without one).
+void TranslateForm(QWidget* form);
 
 // The language of the installed localiser (1033 English without one).
 int UiLanguageCode();
