@@ -137,26 +137,32 @@ private slots:
 
     void header_data()
     {
+        QTest::addColumn<bool>("withHead");
         QTest::addColumn<QString>("headName");
         QTest::addColumn<int>("headNumber");
         QTest::addColumn<int>("outputUnit");
         QTest::addColumn<QStringList>("expected");
 
         QTest::newRow("head's own program, inch")
-            << "SHAFT" << 2000 << 70
+            << true << "SHAFT" << 2000 << 70
             << QStringList{"HEAD 1 OF 1", "PROGRAM O2000 \"SHAFT\"", "COMMENT \"Main\"", "OUTPUT UNIT INCH",
-                           "DOCUMENT UNIT METRIC"};
+                           "DOCUMENT UNIT METRIC", ""};
         QTest::newRow("empty head falls back to the machine setup")
-            << "" << 0 << 71
+            << true << "" << 0 << 71
             << QStringList{"HEAD 1 OF 1", "PROGRAM O1000 \"PART\"", "COMMENT \"Main\"", "OUTPUT UNIT METRIC",
-                           "DOCUMENT UNIT METRIC"};
+                           "DOCUMENT UNIT METRIC", ""};
         QTest::newRow("unknown unit code shown with its code")
-            << "SHAFT" << 0 << 0
+            << true << "SHAFT" << 0 << 0
             << QStringList{"HEAD 1 OF 1", "PROGRAM O1000 \"SHAFT\"", "COMMENT \"Main\"", "OUTPUT UNIT UNKNOWN 0",
-                           "DOCUMENT UNIT METRIC"};
+                           "DOCUMENT UNIT METRIC", ""};
+        QTest::newRow("no heads: the machine's program in the document's unit")
+            << false << "" << 0 << 0
+            << QStringList{"MACHINE (NO NC HEADS)", "PROGRAM O1000 \"PART\"", "OUTPUT UNIT METRIC",
+                           "DOCUMENT UNIT METRIC", ""};
     }
     void header()
     {
+        QFETCH(bool, withHead);
         QFETCH(QString, headName);
         QFETCH(int, headNumber);
         QFETCH(int, outputUnit);
@@ -164,25 +170,12 @@ private slots:
         DocumentData document;
         document.machineSetup.programName = QStringLiteral("PART");
         document.machineSetup.programNumber = 1000;
-        document.machineSetup.heads = {Head(headName, headNumber, outputUnit, QStringLiteral("Main"))};
-
-        QCOMPARE(Lines(GenerateNcListing(document)).mid(0, expected.size()), expected);
-    }
-
-    void documentWithoutHeadsGetsOneMachineListing()
-    {
-        DocumentData document;
-        document.unitSystem = 70;
-        document.machineSetup.programName = QStringLiteral("PART");
-        document.machineSetup.programNumber = 1000;
-        document.operations = {Operation(1, "Face", {}, 2)};
+        if (withHead)
+            document.machineSetup.heads = {Head(headName, headNumber, outputUnit, QStringLiteral("Main"))};
 
         const QStringList listings = GenerateNcListings(document);
         QCOMPARE(listings.size(), 1);
-        QCOMPARE(Lines(listings[0]).mid(0, 4),
-                 QStringList({"MACHINE (NO NC HEADS)", "PROGRAM O1000 \"PART\"", "OUTPUT UNIT INCH",
-                              "DOCUMENT UNIT INCH"}));
-        QCOMPARE(LinesStarting(listings[0], "OP "), QStringList{"OP 1 \"Face\" TYPE=37 TOOL=NONE HEAD=2"});
+        QCOMPARE(Lines(listings[0]).mid(0, expected.size()), expected);
     }
 
     void toolsInNumberOrder()
@@ -246,29 +239,33 @@ private slots:
 
     void operationsOfEachHead_data()
     {
+        QTest::addColumn<int>("headCount");
         QTest::addColumn<QVariant>("headId");
-        QTest::addColumn<QList<int>>("heads");
+        QTest::addColumn<QList<bool>>("listed");
 
-        QTest::newRow("head 1") << QVariant(1) << QList<int>{1};
-        QTest::newRow("head 2 as text") << QVariant("2") << QList<int>{2};
-        QTest::newRow("head 2 as double") << QVariant(2.0) << QList<int>{2};
-        QTest::newRow("no HeadID: every head") << QVariant() << QList<int>{1, 2};
-        QTest::newRow("no such head: every head") << QVariant(3) << QList<int>{1, 2};
-        QTest::newRow("not a whole number: every head") << QVariant(1.5) << QList<int>{1, 2};
-        QTest::newRow("not a number: every head") << QVariant("main") << QList<int>{1, 2};
+        QTest::newRow("head 1") << 2 << QVariant(1) << QList<bool>{true, false};
+        QTest::newRow("head 2 as text") << 2 << QVariant("2") << QList<bool>{false, true};
+        QTest::newRow("head 2 as double") << 2 << QVariant(2.0) << QList<bool>{false, true};
+        QTest::newRow("no HeadID: every head") << 2 << QVariant() << QList<bool>{true, true};
+        QTest::newRow("no such head: every head") << 2 << QVariant(3) << QList<bool>{true, true};
+        QTest::newRow("not a whole number: every head") << 2 << QVariant(1.5) << QList<bool>{true, true};
+        QTest::newRow("not a number: every head") << 2 << QVariant("main") << QList<bool>{true, true};
+        QTest::newRow("no heads: the machine lists all") << 0 << QVariant(2) << QList<bool>{true};
     }
     void operationsOfEachHead()
     {
+        QFETCH(int, headCount);
         QFETCH(QVariant, headId);
-        QFETCH(QList<int>, heads);
+        QFETCH(QList<bool>, listed);
         DocumentData document;
-        document.machineSetup.heads = {Head("A", 1, 71, "Main"), Head("A", 1, 71, "Back")};
+        for (int i = 0; i < headCount; ++i)
+            document.machineSetup.heads.append(Head("A", 1, 71, "Main"));
         document.operations = {Operation(4, "Face", {}, headId)};
 
-        const QStringList listings = GenerateNcListings(document);
-        QCOMPARE(listings.size(), 2);
-        for (int head : {1, 2})
-            QCOMPARE(LinesStarting(listings[head - 1], "OP 4 ").size(), heads.contains(head) ? 1 : 0);
+        QList<bool> found;
+        for (const QString& listing : GenerateNcListings(document))
+            found.append(LinesStarting(listing, "OP 4 \"Face\" TYPE=37 TOOL=NONE").size() == 1);
+        QCOMPARE(found, listed);
     }
 
     void syncAtBothTiedOperations_data()

@@ -15,11 +15,21 @@ struct DataPageParameter {
 };
 
 constexpr DataPageParameter kDataPageParameters[] = {
-    {813, "Work Receiver No.(##)"},  {814, "Bar Stock O.D."},   {815, "Tool Positioning Point"},
-    {816, "Cut Off Tool"},           {817, "Cut Off Speed"},    {818, "Machining Length"},
-    {819, "Parts Per/1 Chuck"},      {820, "Pipe ID/Tube ID"},  {821, "Back Spl Chuck POS"},
-    {822, "Cut Off Feed"},           {824, "Cut Off End Point"}, {893, "Back Spindle"},
-    {990, "Gang Holder"},            {991, "Front Drill Holder"}, {992, "Back Drill Holder"},
+    {813, "Work Receiver No.(##)"},
+    {814, "Bar Stock O.D."},
+    {815, "Tool Positioning Point"},
+    {816, "Cut Off Tool"},
+    {817, "Cut Off Speed"},
+    {818, "Machining Length"},
+    {819, "Parts Per/1 Chuck"},
+    {820, "Pipe ID/Tube ID"},
+    {821, "Back Spl Chuck POS"},
+    {822, "Cut Off Feed"},
+    {824, "Cut Off End Point"},
+    {893, "Back Spindle"},
+    {990, "Gang Holder"},
+    {991, "Front Drill Holder"},
+    {992, "Back Drill Holder"},
 };
 
 constexpr qsizetype kLabelWidth = 28; // wider than the longest Data Page label
@@ -84,11 +94,8 @@ std::optional<double> NumberOf(const QVariant& value)
 // A parameter value as text: numbers in the invariant form, texts as they stand.
 QString TextOf(const QVariant& value)
 {
-    if (!IsText(value)) {
-        if (const auto number = NumberOf(value))
-            return Number(*number);
-    }
-    return value.toString();
+    const std::optional<double> number = IsText(value) ? std::nullopt : NumberOf(value);
+    return number ? Number(*number) : value.toString();
 }
 
 const ParameterData* FindParameter(const TechnologyData* technology, const char* name)
