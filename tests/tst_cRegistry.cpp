@@ -1,6 +1,6 @@
 #include "TempStores.h"
 
-#include "addin/settings/FileRegistryHive.h"
+#include "registry/FileRegistryHive.h"
 #include "addin/settings/cRegistry.h"
 
 #include <QDir>

@@ -1,11 +1,14 @@
 #pragma once
 
-#include "addin/settings/RegistryBackend.h"
 #include "addin/settings/RegistryError.h"
+#include "registry/RegistryBackend.h"
 
 #include <QVariant>
 
 namespace marelon {
+
+// The platform registry's roots, value types and backends.
+using namespace ::registry;
 
 // Access to one registry value, or one key, addressed by the properties:
 // ClassKey (the root), SectionKey (the key path below it), ValueKey (the value

@@ -2,9 +2,9 @@
 
 #ifdef _WIN32
 
-#include "addin/settings/RegistryBackend.h"
+#include "registry/RegistryBackend.h"
 
-namespace marelon {
+namespace registry {
 
 // The Windows registry, through the wide-character registry functions.
 class WinRegistryBackend : public RegistryBackend {
@@ -22,6 +22,6 @@ public:
     std::optional<QStringList> SubkeyNames(std::int32_t root, const QString& section) override;
 };
 
-} // namespace marelon
+} // namespace registry
 
 #endif

@@ -1,12 +1,12 @@
 #ifdef _WIN32
 
-#include "addin/settings/WinRegistryBackend.h"
+#include "registry/WinRegistryBackend.h"
 
 #include <windows.h>
 
 #include <vector>
 
-namespace marelon {
+namespace registry {
 
 namespace {
 
@@ -146,6 +146,6 @@ std::optional<QStringList> WinRegistryBackend::SubkeyNames(std::int32_t root, co
     });
 }
 
-} // namespace marelon
+} // namespace registry
 
 #endif

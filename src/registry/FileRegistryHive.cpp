@@ -1,4 +1,4 @@
-#include "addin/settings/FileRegistryHive.h"
+#include "registry/FileRegistryHive.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,7 +18,7 @@
 // A value keeps its type and its data: "text" for a text type, "number" for a
 // 32-bit integer type, else "bytes" in hexadecimal.
 
-namespace marelon {
+namespace registry {
 
 namespace {
 
@@ -294,4 +294,4 @@ std::optional<QStringList> FileRegistryHive::SubkeyNames(std::int32_t root, cons
     return key ? std::optional(key->value(kKeys).toObject().keys()) : std::nullopt;
 }
 
-} // namespace marelon
+} // namespace registry

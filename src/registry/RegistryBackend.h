@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace marelon {
+namespace registry {
 
 // The registry's root keys, by their standard handle values as 32-bit integers.
 inline constexpr std::int32_t kHKeyClassesRoot = static_cast<std::int32_t>(0x80000000u);
@@ -79,4 +79,4 @@ public:
 // file-backed hive in its default folder.
 std::shared_ptr<RegistryBackend> DefaultRegistryBackend();
 
-} // namespace marelon
+} // namespace registry

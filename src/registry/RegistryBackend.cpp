@@ -1,15 +1,15 @@
-#include "addin/settings/RegistryBackend.h"
+#include "registry/RegistryBackend.h"
 
-#include "addin/settings/FileRegistryHive.h"
+#include "registry/FileRegistryHive.h"
 #ifdef _WIN32
-#include "addin/settings/WinRegistryBackend.h"
+#include "registry/WinRegistryBackend.h"
 #endif
 
 #include <QtEndian>
 
 #include <array>
 
-namespace marelon {
+namespace registry {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::shared_ptr<RegistryBackend> DefaultRegistryBackend()
 #endif
 }
 
-} // namespace marelon
+} // namespace registry

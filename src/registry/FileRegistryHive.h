@@ -1,12 +1,12 @@
 #pragma once
 
-#include "addin/settings/RegistryBackend.h"
+#include "registry/RegistryBackend.h"
 
 #include <QJsonObject>
 
 #include <functional>
 
-namespace marelon {
+namespace registry {
 
 // The registry kept in files, for platforms without one: one JSON file per
 // root key ("HKEY_LOCAL_MACHINE.json") in one folder. Every operation reads
@@ -49,4 +49,4 @@ private:
     QString folder_;
 };
 
-} // namespace marelon
+} // namespace registry

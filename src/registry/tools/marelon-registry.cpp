@@ -2,8 +2,8 @@
 // reads (on Linux the file-backed hive), e.g. to switch the reduced machine list:
 //   marelon-registry set HKLM 'Software\Orvalen\FELDRA\AddIns\Marelon.Connect' TovricVersion dword 1
 
-#include "addin/settings/FileRegistryHive.h"
-#include "addin/settings/RegistryBackend.h"
+#include "registry/FileRegistryHive.h"
+#include "registry/RegistryBackend.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -12,7 +12,7 @@
 #include <array>
 #include <limits>
 
-using namespace marelon;
+using namespace registry;
 
 namespace {
 
