@@ -6,7 +6,6 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
@@ -37,13 +36,6 @@ bool IsTextType(std::int32_t type)
 bool IsDwordType(std::int32_t type)
 {
     return type == kRegDword || type == kRegDwordBigEndian;
-}
-
-// The number that a 32-bit integer type's four bytes stand for.
-std::uint32_t DwordNumber(const RegistryValue& value)
-{
-    const std::uint32_t stored = DataDword(value.data);
-    return value.type == kRegDwordBigEndian ? qbswap(stored) : stored;
 }
 
 QJsonObject EncodeValue(const RegistryValue& value)
@@ -84,8 +76,7 @@ std::optional<RegistryValue> DecodeValue(const QJsonValue& json)
         value.data = TextData(text.toString());
     } else if (IsDwordType(value.type) && IsWholeIn(number, std::numeric_limits<std::int32_t>::min(),
                                                     std::numeric_limits<std::uint32_t>::max())) {
-        const auto n = static_cast<std::uint32_t>(static_cast<std::int64_t>(number.toDouble()));
-        value.data = DwordData(value.type == kRegDwordBigEndian ? qbswap(n) : n);
+        value = DwordValue(value.type, *DwordBits(static_cast<qlonglong>(number.toDouble())));
     } else if (bytes.isString() && IsHex(bytes.toString())) {
         value.data = QByteArray::fromHex(bytes.toString().toLatin1());
     } else {

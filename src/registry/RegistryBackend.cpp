@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <array>
+#include <limits>
 
 namespace registry {
 
@@ -84,6 +85,25 @@ std::uint32_t DataDword(const QByteArray& data)
     QByteArray four = data.left(4);
     four.append(4 - four.size(), '\0');
     return qFromLittleEndian<quint32>(four.constData());
+}
+
+std::uint32_t DwordNumber(const RegistryValue& value)
+{
+    const std::uint32_t stored = DataDword(value.data);
+    return value.type == kRegDwordBigEndian ? qbswap(stored) : stored;
+}
+
+std::optional<std::uint32_t> DwordBits(qlonglong number)
+{
+    if (number < std::numeric_limits<std::int32_t>::min()
+        || number > std::numeric_limits<std::uint32_t>::max())
+        return std::nullopt;
+    return static_cast<std::uint32_t>(number);
+}
+
+RegistryValue DwordValue(std::int32_t type, std::uint32_t number)
+{
+    return {type, DwordData(type == kRegDwordBigEndian ? qbswap(number) : number)};
 }
 
 std::shared_ptr<RegistryBackend> DefaultRegistryBackend()

@@ -48,6 +48,12 @@ QString DataText(const QByteArray& data);
 QByteArray DwordData(std::uint32_t value);
 // The first four stored bytes as a little-endian integer (missing bytes read as zero).
 std::uint32_t DataDword(const QByteArray& data);
+// The number that a 32-bit integer value of type 4 or 5 (bytes big-endian) stands for.
+std::uint32_t DwordNumber(const RegistryValue& value);
+// The 32 bits of a number from the signed 32-bit minimum to the unsigned maximum.
+std::optional<std::uint32_t> DwordBits(qlonglong number);
+// A value of type 4 or 5 that stands for the number.
+RegistryValue DwordValue(std::int32_t type, std::uint32_t number);
 
 // The keys and typed values below the root keys. Sections are key paths below
 // a root, their parts separated by "\". Every operation reports failure by its

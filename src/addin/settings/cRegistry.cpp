@@ -1,9 +1,5 @@
 #include "addin/settings/cRegistry.h"
 
-#include <QtEndian>
-
-#include <limits>
-
 namespace marelon {
 
 namespace {
@@ -15,15 +11,11 @@ bool ListNames(const std::optional<QStringList>& names, QStringList& list, int& 
     return names.has_value();
 }
 
-// A value's 32-bit integer: any number from the signed minimum to the unsigned maximum.
 std::optional<std::uint32_t> Dword(const QVariant& value)
 {
     bool ok = false;
     const qlonglong number = value.toLongLong(&ok);
-    if (!ok || number < std::numeric_limits<std::int32_t>::min()
-        || number > std::numeric_limits<std::uint32_t>::max())
-        return std::nullopt;
-    return static_cast<std::uint32_t>(number);
+    return ok ? DwordBits(number) : std::nullopt;
 }
 
 } // namespace
@@ -56,9 +48,8 @@ QVariant cRegistry::Value()
     case kRegExpandSz:
         return ExpandEnvironmentReferences(DataText(stored->data));
     case kRegDword:
-        return static_cast<std::int32_t>(DataDword(stored->data));
     case kRegDwordBigEndian:
-        return static_cast<std::int32_t>(qbswap(DataDword(stored->data)));
+        return static_cast<std::int32_t>(DwordNumber(*stored));
     default:
         return stored->data;
     }

@@ -7,10 +7,8 @@
 
 #include <QCoreApplication>
 #include <QTextStream>
-#include <QtEndian>
 
 #include <array>
-#include <limits>
 
 using namespace registry;
 
@@ -96,15 +94,13 @@ std::optional<QByteArray> HexBytes(const QString& text)
     return bytes.toHex() == hex.toLower() ? std::optional(bytes) : std::nullopt;
 }
 
-std::optional<QByteArray> DwordBytes(const QString& text, bool bigEndian)
+std::optional<QByteArray> DwordBytes(std::int32_t type, const QString& text)
 {
     bool ok = false;
-    const qlonglong number = text.toLongLong(&ok, 0);
-    if (!ok || number < std::numeric_limits<std::int32_t>::min()
-        || number > std::numeric_limits<std::uint32_t>::max())
+    const std::optional<std::uint32_t> number = DwordBits(text.toLongLong(&ok, 0));
+    if (!ok || !number)
         return std::nullopt;
-    const auto dword = static_cast<std::uint32_t>(number);
-    return DwordData(bigEndian ? qbswap(dword) : dword);
+    return DwordValue(type, *number).data;
 }
 
 std::optional<QByteArray> ValueData(std::int32_t type, const QStringList& values)
@@ -119,7 +115,7 @@ std::optional<QByteArray> ValueData(std::int32_t type, const QStringList& values
         return TextData(values.first());
     case kRegDword:
     case kRegDwordBigEndian:
-        return DwordBytes(values.first(), type == kRegDwordBigEndian);
+        return DwordBytes(type, values.first());
     default:
         return HexBytes(values.first());
     }
@@ -134,9 +130,8 @@ QString ShownValue(const RegistryValue& value)
     case kRegMultiSz:
         return DataText(value.data).split(QChar(u'\0'), Qt::SkipEmptyParts).join(QLatin1Char('\n'));
     case kRegDword:
-        return QString::number(DataDword(value.data));
     case kRegDwordBigEndian:
-        return QString::number(qbswap(DataDword(value.data)));
+        return QString::number(DwordNumber(value));
     default:
         return QString::fromLatin1(value.data.toHex());
     }
