@@ -63,6 +63,11 @@ private slots:
         QTest::newRow("exponent without digits") << "2e" << 2.0;
         QTest::newRow("exponent sign without digits") << "2e+x" << 2.0;
         QTest::newRow("gear ratio label") << "1.5:1" << 1.5;
+        QTest::newRow("too large") << "1.5e400" << HUGE_VAL;
+        QTest::newRow("too large, no exponent") << "1" + QString(400, '0') << HUGE_VAL;
+        QTest::newRow("too small") << "-1.5e-400" << -0.0;
+        QTest::newRow("too small, many zeros") << "0." + QString(400, '0') + "1" << 0.0;
+        QTest::newRow("large mantissa, small exponent") << "1" + QString(400, '0') + "e-390" << 1e10;
     }
     void leadingNumber()
     {

@@ -1,6 +1,10 @@
 #include "numeric/NumberText.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <string>
+#include <string_view>
 #include <cstdio>
 #include <limits>
 
@@ -9,6 +13,57 @@ namespace {
 
 // Integers up to this size are exact in a double, so scaled rounding stays exact.
 constexpr double kExactIntegerLimit = 9007199254740992.0; // 2^53
+
+// Whether a number text out of a double's range is too large (rather than
+// too small): the decimal place of its first significant digit plus its
+// exponent is positive.
+bool isBeyondOne(std::string_view number)
+{
+    const auto e = number.find_first_of("eE");
+    long exponent = 0;
+    if (e != std::string_view::npos) {
+        auto digits = number.substr(e + 1);
+        if (!digits.empty() && digits.front() == '+')
+            digits.remove_prefix(1);
+        if (std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec != std::errc())
+            return digits.front() != '-'; // an exponent beyond a long decides alone
+    }
+    const auto mantissa = number.substr(0, e);
+    const auto point = std::min(mantissa.find('.'), mantissa.size());
+    const auto first = mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos)
+        return false;
+    const long place = first < point ? long(point - first) : -long(first - point - 1);
+    return place + exponent > 0;
+}
+
+// The number text[start, end) that LeadingNumber has delimited: ASCII
+// digits, sign, "." and exponent only. Read with from_chars, which ignores the
+// process's C locale (strtod would take "," as decimal point under German).
+double parseInvariant(const QString& text, qsizetype start, qsizetype end)
+{
+    char buffer[64];
+    std::string longNumber;
+    const qsizetype length = end - start;
+    char* chars = buffer;
+    if (length >= qsizetype(sizeof buffer)) {
+        longNumber.resize(size_t(length));
+        chars = longNumber.data();
+    }
+    qsizetype n = 0;
+    for (qsizetype i = start; i < end; ++i) {
+        if (text.at(i) != QLatin1Char('+') || i != start) // from_chars takes no leading "+"
+            chars[n++] = char(text.at(i).unicode());
+    }
+    double value = 0;
+    const auto [ptr, error] = std::from_chars(chars, chars + n, value);
+    if (error == std::errc::result_out_of_range) {
+        // Too large reads as infinity, too small as zero, as strtod gives them.
+        const double magnitude = isBeyondOne(std::string_view(chars, size_t(n))) ? HUGE_VAL : 0.0;
+        return chars[0] == '-' ? -magnitude : magnitude;
+    }
+    return value;
+}
 
 QString withDecimalPoint(QString text, const QLocale& locale)
 {
@@ -133,7 +188,7 @@ double LeadingNumber(const QString& text)
             end = e;
         }
     }
-    return std::strtod(text.mid(start, end - start).toLatin1().constData(), nullptr);
+    return parseInvariant(text, start, end);
 }
 
 int16_t RoundToInt16(double value)
