@@ -12,8 +12,9 @@
 // An expression is read token by token from the front of its text (blanks
 // removed). Each token is checked against the follow mask of the token before
 // it, then converted to postfix with an operator stack; the postfix queue is
-// finally run on a value stack. All working storage is fixed in size, so an
-// evaluation allocates nothing for expressions of ordinary length.
+// finally run on a value stack. All working storage is fixed in size: the text
+// without blanks sits on the stack up to 256 characters, and names are compared
+// in place.
 namespace numeric {
 namespace {
 
