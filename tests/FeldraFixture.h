@@ -8,7 +8,8 @@
 
 // A small lathe document for tests of the Feldra host: a machine setup with the
 // synchronisation entries, two turrets, two spindles and two heads; three tools
-// (kinds 17, 18, 16); three operations (cut-off 153, pick-up 207, type 154); a
+// (kinds 17, 18, 16); three operations (cut-off 153, pick-up 207 with a custom
+// property, type 154) and a synchronisation between the first two; a
 // feature, the three standard work planes, a layer and a machine model with the
 // axes X1, Z1 (group 1) and Z2, Z3 (group 2) and a component "SubSpindle".
 namespace fixture {
@@ -96,10 +97,21 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
     operation(QStringLiteral("Cut Off"), 153, QStringLiteral("T1"))->featureKey = QStringLiteral("F1");
     auto pickUp = operation(QStringLiteral("Pick Up"), 207, QStringLiteral("T2"));
     pickUp->technology->colletExtension = 3.5;
+    pickUp->customProperties.append(make<CustomPropertyData>([](CustomPropertyData& p) {
+        p.name = p.caption = QStringLiteral("Comment");
+        p.type = 8;
+        p.value = QStringLiteral("keep");
+    }));
     pickUp->geometry = {{902, QList<Point3>{Point3{1, 2, 3}}, {}}, {903, QList<Point3>{Point3{4, 5, 6}}, {}}};
     auto drill = operation(QStringLiteral("Back Drill"), 154, QString());
     drill->technology->toolId = QStringLiteral("T21");
     drill->technology->spindleCode = 1;
+
+    d.syncs.append(make<SyncData>([](SyncData& sync) {
+        sync.typeIndex = 3; // "G811": cut-off and pick-up
+        sync.nodes[0] = {4, 1, 0, 1, 0, {}};
+        sync.nodes[1] = {1, 2, 0, 1, 0, {}};
+    }));
 
     auto feature = make<FeatureData>([](FeatureData& f) { f.key = QStringLiteral("F1"); });
     feature->elements = {{0, 0, 0}, {12.5, 0, -3}};
