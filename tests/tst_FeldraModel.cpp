@@ -19,11 +19,21 @@ Q_DECLARE_METATYPE(ItemAt)
 Q_DECLARE_METATYPE(Write)
 Q_DECLARE_METATYPE(Act)
 
-namespace {
+namespace
+{
 
-std::shared_ptr<host::Tool> tool(LatheHost& h, int i) { return h.document()->Tools()->Item(i); }
-std::shared_ptr<host::Operation> op(LatheHost& h, int i) { return h.document()->Operations()->Item(i); }
-std::shared_ptr<host::MachineSetup> setup(LatheHost& h) { return h.document()->MachineSetup(); }
+std::shared_ptr<host::Tool> tool(LatheHost& h, int i)
+{
+    return h.document()->Tools()->Item(i);
+}
+std::shared_ptr<host::Operation> op(LatheHost& h, int i)
+{
+    return h.document()->Operations()->Item(i);
+}
+std::shared_ptr<host::MachineSetup> setup(LatheHost& h)
+{
+    return h.document()->MachineSetup();
+}
 
 // The operation that failed, or an empty text when the action succeeded.
 QString failingOperation(const std::function<void()>& action)
@@ -49,8 +59,9 @@ class Sink : public host::ApplicationEvents,
              public host::AddInCommandsEvents,
              public host::DocumentEvents,
              public host::SimulationEvents,
-             public host::TechnologyUtilityEvents {
-public:
+             public host::TechnologyUtilityEvents
+{
+  public:
     explicit Sink(bool throws = false) : throws_(throws) {}
     QStringList calls;
 
@@ -63,7 +74,10 @@ public:
         record(QStringLiteral("BeforeCommandRun %1").arg(nCmdId));
     }
     void BeforeQuit() override { record("BeforeQuit"); }
-    void OnCommand(int cookie, int nCmdId) override { record(QStringLiteral("OnCommand %1 %2").arg(cookie).arg(nCmdId)); }
+    void OnCommand(int cookie, int nCmdId) override
+    {
+        record(QStringLiteral("OnCommand %1 %2").arg(cookie).arg(nCmdId));
+    }
     void OnCommandUI(int, int nCmdId, bool& Enabled, bool&) override
     {
         Enabled = nCmdId != 2;
@@ -86,7 +100,7 @@ public:
         record(QStringLiteral("OnEdit %1").arg(Technology->TechnologyType()));
     }
 
-private:
+  private:
     void record(const QString& call)
     {
         if (throws_)
@@ -107,10 +121,11 @@ void adviseEverywhere(LatheHost& h, Sink& sink)
 
 } // namespace
 
-class tst_FeldraModel : public QObject {
+class tst_FeldraModel : public QObject
+{
     Q_OBJECT
 
-private slots:
+  private slots:
     void collectionsCountFromOne_data();
     void collectionsCountFromOne();
     void keyedLookups_data();
@@ -143,43 +158,48 @@ void tst_FeldraModel::collectionsCountFromOne_data()
     QTest::addColumn<QString>("operation");
 
     QTest::newRow("tools") << Read([](LatheHost& h) { return h.document()->Tools()->Count(); })
-                           << ItemAt([](LatheHost& h, int i) { return tool(h, i)->ToolID(); }) << 3
-                           << QVariant("T1") << QVariant("T21") << "Tools.Item";
+                           << ItemAt([](LatheHost& h, int i) { return tool(h, i)->ToolID(); }) << 3 << QVariant("T1")
+                           << QVariant("T21") << "Tools.Item";
     QTest::newRow("operations") << Read([](LatheHost& h) { return h.document()->Operations()->Count(); })
                                 << ItemAt([](LatheHost& h, int i) { return op(h, i)->Name(); }) << 3
                                 << QVariant("Cut Off") << QVariant("Back Drill") << "Operations.Item";
-    QTest::newRow("setup entries") << Read([](LatheHost& h) { return setup(h)->SetupEntries()->Count(); })
-                                   << ItemAt([](LatheHost& h, int i) { return setup(h)->SetupEntries()->Item(i)->Name(); })
+    QTest::newRow("setup entries") << Read([](LatheHost& h) {
+        return setup(h)->SetupEntries()->Count();
+    }) << ItemAt([](LatheHost& h, int i) { return setup(h)->SetupEntries()->Item(i)->Name(); })
                                    << 4 << QVariant("G821") << QVariant("G810") << "SetupEntries.Item";
     QTest::newRow("heads") << Read([](LatheHost& h) { return setup(h)->Heads()->Count(); })
-                           << ItemAt([](LatheHost& h, int i) { return setup(h)->Heads()->Item(i)->ProgramName(); })
-                           << 2 << QVariant("O1000") << QVariant("O2000") << "NCHeads.Item";
-    QTest::newRow("axis limits") << Read([](LatheHost& h) { return setup(h)->Turrets()->Item(2)->AxisLimits()->Count(); })
-                                 << ItemAt([](LatheHost& h, int i) {
-                                        return setup(h)->Turrets()->Item(2)->AxisLimits()->Item(i)->Name();
-                                    })
+                           << ItemAt([](LatheHost& h, int i) { return setup(h)->Heads()->Item(i)->ProgramName(); }) << 2
+                           << QVariant("O1000") << QVariant("O2000") << "NCHeads.Item";
+    QTest::newRow("axis limits") << Read([](LatheHost& h) {
+        return setup(h)->Turrets()->Item(2)->AxisLimits()->Count();
+    }) << ItemAt([](LatheHost& h, int i) { return setup(h)->Turrets()->Item(2)->AxisLimits()->Item(i)->Name(); })
                                  << 2 << QVariant("X2") << QVariant("Z2") << "AxisLimits.Item";
     QTest::newRow("axis groups") << Read([](LatheHost& h) {
         return h.document()->Simulation()->MachineModel()->AxisGroups()->Count();
     }) << ItemAt([](LatheHost& h, int i) {
         return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(i)->Item(1)->Name();
-    }) << 2 << QVariant("X1") << QVariant("Z2") << "AxisGroups.Item";
+    }) << 2 << QVariant("X1") << QVariant("Z2")
+                                 << "AxisGroups.Item";
     QTest::newRow("axes of a group") << Read([](LatheHost& h) {
         return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Count();
     }) << ItemAt([](LatheHost& h, int i) {
         return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Item(i)->Name();
-    }) << 2 << QVariant("Z2") << QVariant("Z3") << "AxisGroup.Item";
-    QTest::newRow("work planes by position") << Read([](LatheHost& h) { return h.document()->WorkPlanes()->Count(); })
-                                             << ItemAt([](LatheHost& h, int i) { return h.document()->WorkPlanes()->Item(i)->Name(); })
-                                             << 3 << QVariant("XYZ") << QVariant("ZXY") << "WorkPlanes.Item";
-    QTest::newRow("feature elements") << Read([](LatheHost& h) { return op(h, 1)->Feature()->Count(); })
-                                      << ItemAt([](LatheHost& h, int i) { return op(h, 1)->Feature()->Element(i)->X(); })
+    }) << 2 << QVariant("Z2") << QVariant("Z3")
+                                     << "AxisGroup.Item";
+    QTest::newRow("work planes by position")
+        << Read([](LatheHost& h) { return h.document()->WorkPlanes()->Count(); })
+        << ItemAt([](LatheHost& h, int i) { return h.document()->WorkPlanes()->Item(i)->Name(); }) << 3
+        << QVariant("XYZ") << QVariant("ZXY") << "WorkPlanes.Item";
+    QTest::newRow("feature elements") << Read([](LatheHost& h) {
+        return op(h, 1)->Feature()->Count();
+    }) << ItemAt([](LatheHost& h, int i) { return op(h, 1)->Feature()->Element(i)->X(); })
                                       << 2 << QVariant(0.0) << QVariant(12.5) << "Feature.Element";
     QTest::newRow("geometry list") << Read([](LatheHost& h) { return op(h, 2)->GeometryList()->Count(); })
-                                   << ItemAt([](LatheHost& h, int i) { return op(h, 2)->GeometryList()->Kind(i); })
-                                   << 2 << QVariant(902) << QVariant(903) << "GeometryList.Kind";
-    QTest::newRow("help menu") << Read([](LatheHost& h) { return h.app->MainMenus()->Item(9)->Count(); })
-                               << ItemAt([](LatheHost& h, int i) { return h.app->MainMenus()->Item(9)->Item(i)->Caption(); })
+                                   << ItemAt([](LatheHost& h, int i) { return op(h, 2)->GeometryList()->Kind(i); }) << 2
+                                   << QVariant(902) << QVariant(903) << "GeometryList.Kind";
+    QTest::newRow("help menu") << Read([](LatheHost& h) {
+        return h.app->MainMenus()->Item(9)->Count();
+    }) << ItemAt([](LatheHost& h, int i) { return h.app->MainMenus()->Item(9)->Item(i)->Caption(); })
                                << 3 << QVariant("Help Topics") << QVariant("About Feldra") << "MenuControls.Item";
 }
 
@@ -210,8 +230,9 @@ void tst_FeldraModel::keyedLookups_data()
     QTest::newRow("turret by key") << Read([](LatheHost& h) { return setup(h)->Turrets()->Item(2)->ReferenceZ(); })
                                    << QVariant(120.0) << Act([](LatheHost& h) { setup(h)->Turrets()->Item(3); })
                                    << "Turrets.Item";
-    QTest::newRow("station by key") << Read([](LatheHost& h) { return setup(h)->Turrets()->Item(2)->Stations()->Item(22)->Number(); })
-                                    << QVariant(22) << Act([](LatheHost& h) { setup(h)->Turrets()->Item(2)->Stations()->Item(1); })
+    QTest::newRow("station by key") << Read([](LatheHost& h) {
+        return setup(h)->Turrets()->Item(2)->Stations()->Item(22)->Number();
+    }) << QVariant(22) << Act([](LatheHost& h) { setup(h)->Turrets()->Item(2)->Stations()->Item(1); })
                                     << "Stations.Item";
     QTest::newRow("spindle by key") << Read([](LatheHost& h) { return setup(h)->Spindles()->Item(2)->Name(); })
                                     << QVariant("Back") << Act([](LatheHost& h) { setup(h)->Spindles()->Item(3); })
@@ -221,35 +242,38 @@ void tst_FeldraModel::keyedLookups_data()
     }) << QVariant(8.0) << Act([](LatheHost& h) {
         h.document()->Simulation()->MachineModel()->Components()->Item("Chuck");
     }) << "Components.Item";
-    QTest::newRow("work plane by name") << Read([](LatheHost& h) { return h.document()->WorkPlanes()->Item("YZX")->Name(); })
-                                        << QVariant("YZX") << Act([](LatheHost& h) { h.document()->WorkPlanes()->Item("Turning"); })
+    QTest::newRow("work plane by name") << Read([](LatheHost& h) {
+        return h.document()->WorkPlanes()->Item("YZX")->Name();
+    }) << QVariant("YZX") << Act([](LatheHost& h) { h.document()->WorkPlanes()->Item("Turning"); })
                                         << "WorkPlanes.Item";
     QTest::newRow("layer by name") << Read([](LatheHost& h) { return h.document()->Layers()->Item("0")->Name(); })
                                    << QVariant("0") << Act([](LatheHost& h) { h.document()->Layers()->Item("Temp"); })
                                    << "Layers.Item";
-    QTest::newRow("feature chain by key") << Read([](LatheHost& h) { return h.document()->FeatureChains()->Item("F1")->Key(); })
-                                          << QVariant("F1") << Act([](LatheHost& h) { h.document()->FeatureChains()->Item("F9"); })
-                                          << "FeatureChains.Item";
-    QTest::newRow("operation without feature") << Read([](LatheHost& h) { return op(h, 1)->Feature()->Key(); })
-                                               << QVariant("F1") << Act([](LatheHost& h) { op(h, 2)->Feature(); })
-                                               << "Operation.Feature";
-    QTest::newRow("technology parameter") << Read([](LatheHost& h) { return op(h, 1)->Technology()->Parameter("498")->Value(); })
-                                          << QVariant("T1") << Act([](LatheHost& h) { op(h, 1)->Technology()->Parameter("999"); })
-                                          << "Technology.Parameter";
+    QTest::newRow("feature chain by key")
+        << Read([](LatheHost& h) { return h.document()->FeatureChains()->Item("F1")->Key(); }) << QVariant("F1")
+        << Act([](LatheHost& h) { h.document()->FeatureChains()->Item("F9"); }) << "FeatureChains.Item";
+    QTest::newRow("operation without feature")
+        << Read([](LatheHost& h) { return op(h, 1)->Feature()->Key(); }) << QVariant("F1")
+        << Act([](LatheHost& h) { op(h, 2)->Feature(); }) << "Operation.Feature";
+    QTest::newRow("technology parameter")
+        << Read([](LatheHost& h) { return op(h, 1)->Technology()->Parameter("498")->Value(); }) << QVariant("T1")
+        << Act([](LatheHost& h) { op(h, 1)->Technology()->Parameter("999"); }) << "Technology.Parameter";
     QTest::newRow("tool parameter") << Read([](LatheHost& h) { return tool(h, 3)->Parameter("121")->Value(); })
                                     << QVariant(21) << Act([](LatheHost& h) { tool(h, 3)->Parameter("122"); })
                                     << "Tool.Parameter";
     QTest::newRow("lathe kind view") << Read([](LatheHost& h) { return tool(h, 1)->AsLatheToolKind17()->Width(); })
                                      << QVariant(2.5) << Act([](LatheHost& h) { tool(h, 1)->AsLatheToolKind18(); })
                                      << "Tool.AsLatheToolKind18";
-    QTest::newRow("technology view") << Read([](LatheHost& h) { return op(h, 2)->Technology()->AsTechnology207()->ColletExtension(); })
-                                     << QVariant(3.5) << Act([](LatheHost& h) { op(h, 1)->Technology()->AsTechnology207(); })
+    QTest::newRow("technology view") << Read([](LatheHost& h) {
+        return op(h, 2)->Technology()->AsTechnology207()->ColletExtension();
+    }) << QVariant(3.5) << Act([](LatheHost& h) { op(h, 1)->Technology()->AsTechnology207(); })
                                      << "Technology.AsTechnology207";
-    QTest::newRow("command bar by number") << Read([](LatheHost& h) { return h.app->CommandBars()->Item(23)->ControlCount(); })
-                                           << QVariant(3) << Act([](LatheHost& h) { h.app->CommandBars()->Item(99); })
-                                           << "CommandBars.Item";
-    QTest::newRow("main menu by number") << Read([](LatheHost& h) { return h.app->MainMenus()->Item(9)->Item(2)->HasCommand(); })
-                                         << QVariant(false) << Act([](LatheHost& h) { h.app->MainMenus()->Item(10); })
+    QTest::newRow("command bar by number")
+        << Read([](LatheHost& h) { return h.app->CommandBars()->Item(23)->ControlCount(); }) << QVariant(3)
+        << Act([](LatheHost& h) { h.app->CommandBars()->Item(99); }) << "CommandBars.Item";
+    QTest::newRow("main menu by number") << Read([](LatheHost& h) {
+        return h.app->MainMenus()->Item(9)->Item(2)->HasCommand();
+    }) << QVariant(false) << Act([](LatheHost& h) { h.app->MainMenus()->Item(10); })
                                          << "MainMenus.Item";
 }
 
@@ -274,65 +298,112 @@ void tst_FeldraModel::writesReadBack_data()
     auto row = [](const char* name, Write write, Read read, QVariant value) {
         QTest::newRow(name) << write << read << value;
     };
-    row("MachineSetup.MakerTag", [](LatheHost& h, const QVariant& v) { setup(h)->setMakerTag(v.toString()); },
+    row(
+        "MachineSetup.MakerTag", [](LatheHost& h, const QVariant& v) { setup(h)->setMakerTag(v.toString()); },
         [](LatheHost& h) { return setup(h)->MakerTag(); }, "OTHER");
-    row("MachineSetup.Param893", [](LatheHost& h, const QVariant& v) { setup(h)->setParam893(v.toDouble()); },
+    row(
+        "MachineSetup.Param893", [](LatheHost& h, const QVariant& v) { setup(h)->setParam893(v.toDouble()); },
         [](LatheHost& h) { return setup(h)->Param893(); }, 7.25);
-    row("MachineSetup.Param824 (unset before)", [](LatheHost& h, const QVariant& v) { setup(h)->setParam824(v.toDouble()); },
+    row(
+        "MachineSetup.Param824 (unset before)",
+        [](LatheHost& h, const QVariant& v) { setup(h)->setParam824(v.toDouble()); },
         [](LatheHost& h) { return setup(h)->Param824(); }, -3.5);
-    row("MachineSetup.ProgramNumber", [](LatheHost& h, const QVariant& v) { setup(h)->setProgramNumber(v.toInt()); },
+    row(
+        "MachineSetup.ProgramNumber", [](LatheHost& h, const QVariant& v) { setup(h)->setProgramNumber(v.toInt()); },
         [](LatheHost& h) { return setup(h)->ProgramNumber(); }, 1234);
-    row("MachineSetup.BarLoaderCommand", [](LatheHost& h, const QVariant& v) { setup(h)->setBarLoaderCommand(v.toString()); },
+    row(
+        "MachineSetup.BarLoaderCommand",
+        [](LatheHost& h, const QVariant& v) { setup(h)->setBarLoaderCommand(v.toString()); },
         [](LatheHost& h) { return setup(h)->BarLoaderCommand(); }, "M155 X1. Z2. W3.");
-    row("MachineSetup.StockDiameter", [](LatheHost& h, const QVariant& v) { setup(h)->setStockDiameter(v.toDouble()); },
+    row(
+        "MachineSetup.StockDiameter", [](LatheHost& h, const QVariant& v) { setup(h)->setStockDiameter(v.toDouble()); },
         [](LatheHost& h) { return setup(h)->StockDiameter(); }, 20.0);
-    row("MachineSetup.FaceAmount (write only)", [](LatheHost& h, const QVariant& v) { setup(h)->setFaceAmount(v.toDouble()); },
+    row(
+        "MachineSetup.FaceAmount (write only)",
+        [](LatheHost& h, const QVariant& v) { setup(h)->setFaceAmount(v.toDouble()); },
         [](LatheHost& h) { return h.doc->data.machineSetup.faceAmount; }, 0.5);
-    row("NCHead.OutputUnit", [](LatheHost& h, const QVariant& v) { setup(h)->Heads()->Item(2)->setOutputUnit(v.toInt()); },
+    row(
+        "NCHead.OutputUnit",
+        [](LatheHost& h, const QVariant& v) { setup(h)->Heads()->Item(2)->setOutputUnit(v.toInt()); },
         [](LatheHost& h) { return setup(h)->Heads()->Item(2)->OutputUnit(); }, 70);
-    row("Spindle.WorkLength (write only)", [](LatheHost& h, const QVariant& v) { setup(h)->Spindles()->Item(1)->setWorkLength(v.toDouble()); },
+    row(
+        "Spindle.WorkLength (write only)",
+        [](LatheHost& h, const QVariant& v) { setup(h)->Spindles()->Item(1)->setWorkLength(v.toDouble()); },
         [](LatheHost& h) { return h.doc->data.machineSetup.spindles[0]->workLength; }, 55.0);
-    row("Tool.Number", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setNumber(v.toInt()); },
+    row(
+        "Tool.Number", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setNumber(v.toInt()); },
         [](LatheHost& h) { return tool(h, 2)->Number(); }, 12);
-    row("Tool.ToolID", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setToolID(v.toString()); },
+    row(
+        "Tool.ToolID", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setToolID(v.toString()); },
         [](LatheHost& h) { return tool(h, 2)->ToolID(); }, "Drill 3");
-    row("Tool.XShift", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setXShift(v.toDouble()); },
+    row(
+        "Tool.XShift", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setXShift(v.toDouble()); },
         [](LatheHost& h) { return tool(h, 1)->XShift(); }, -1.25);
-    row("Tool.SpindleDirection", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setSpindleDirection(v.toInt()); },
+    row(
+        "Tool.SpindleDirection", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setSpindleDirection(v.toInt()); },
         [](LatheHost& h) { return tool(h, 1)->SpindleDirection(); }, -1);
-    row("Tool.BackSpindle", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setBackSpindle(v.toInt()); },
+    row(
+        "Tool.BackSpindle", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setBackSpindle(v.toInt()); },
         [](LatheHost& h) { return tool(h, 3)->BackSpindle(); }, 1);
-    row("Tool.GearRatio (write only)", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setGearRatio(v.toDouble()); },
+    row(
+        "Tool.GearRatio (write only)", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setGearRatio(v.toDouble()); },
         [](LatheHost& h) { return h.doc->data.tools[2]->gearRatio; }, 2.0);
-    row("TechnologyParameter.Value", [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("797")->setValue(v); },
+    row(
+        "TechnologyParameter.Value",
+        [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("797")->setValue(v); },
         [](LatheHost& h) { return op(h, 1)->Technology()->Parameter("797")->Value(); }, 0);
-    row("TechnologyParameter.Caption", [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("498")->setCaption(v.toString()); },
+    row(
+        "TechnologyParameter.Caption",
+        [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("498")->setCaption(v.toString()); },
         [](LatheHost& h) { return op(h, 1)->Technology()->Parameter("498")->Caption(); }, "M34- Pickup Location(A)");
-    row("Technology207.ColletExtension", [](LatheHost& h, const QVariant& v) { op(h, 2)->Technology()->AsTechnology207()->setColletExtension(v.toDouble()); },
+    row(
+        "Technology207.ColletExtension",
+        [](LatheHost& h, const QVariant& v) {
+            op(h, 2)->Technology()->AsTechnology207()->setColletExtension(v.toDouble());
+        },
         [](LatheHost& h) { return op(h, 2)->Technology()->AsTechnology207()->ColletExtension(); }, 4.75);
-    row("CustomProperty.Value", [](LatheHost& h, const QVariant& v) {
-        op(h, 3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 0.1234567)->setValue(v);
-    }, [](LatheHost& h) { return op(h, 3)->CustomProperties()->Item("Z2Position")->Value(); }, 88.5);
-    row("Component.MoveTo", [](LatheHost& h, const QVariant& v) {
-        auto component = h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle");
-        auto position = component->Position();
-        position->setZ(v.toDouble());
-        component->MoveTo(position);
-    }, [](LatheHost& h) { return h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle")->Position()->Z(); }, 150.0);
-    row("Axis.Enabled (write only)", [](LatheHost& h, const QVariant& v) {
-        h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Item(2)->setEnabled(v.toBool());
-    }, [](LatheHost& h) { return h.doc->data.simulation.machineModel.axisGroups[1]->axes[1]->enabled; }, false);
-    row("WorkPlane.Origin (write only)", [](LatheHost& h, const QVariant& v) {
-        h.document()->WorkPlanes()->Item("ZXY")->setOrigin(0, 0, v.toDouble());
-    }, [](LatheHost& h) { return h.doc->data.workPlanes[2]->origin.z; }, 4.0);
-    row("Document.ActiveWorkPlane (write only)", [](LatheHost& h, const QVariant& v) {
-        h.document()->setActiveWorkPlane(h.document()->WorkPlanes()->Item(v.toString()));
-    }, [](LatheHost& h) { return h.doc->data.activeWorkPlane; }, "YZX");
-    row("Stock.Spindle (write only)", [](LatheHost& h, const QVariant& v) {
-        auto simulation = h.document()->Simulation();
-        auto stock = simulation->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 1);
-        stock->setSpindle(setup(h)->Spindles()->Item(v.toInt()));
-    }, [](LatheHost& h) { return h.doc->data.simulation.stocks[0]->spindle; }, 2);
+    row(
+        "CustomProperty.Value",
+        [](LatheHost& h, const QVariant& v) {
+            op(h, 3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 0.1234567)->setValue(v);
+        },
+        [](LatheHost& h) { return op(h, 3)->CustomProperties()->Item("Z2Position")->Value(); }, 88.5);
+    row(
+        "Component.MoveTo",
+        [](LatheHost& h, const QVariant& v) {
+            auto component = h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle");
+            auto position = component->Position();
+            position->setZ(v.toDouble());
+            component->MoveTo(position);
+        },
+        [](LatheHost& h) {
+            return h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle")->Position()->Z();
+        },
+        150.0);
+    row(
+        "Axis.Enabled (write only)",
+        [](LatheHost& h, const QVariant& v) {
+            h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Item(2)->setEnabled(v.toBool());
+        },
+        [](LatheHost& h) { return h.doc->data.simulation.machineModel.axisGroups[1]->axes[1]->enabled; }, false);
+    row(
+        "WorkPlane.Origin (write only)",
+        [](LatheHost& h, const QVariant& v) { h.document()->WorkPlanes()->Item("ZXY")->setOrigin(0, 0, v.toDouble()); },
+        [](LatheHost& h) { return h.doc->data.workPlanes[2]->origin.z; }, 4.0);
+    row(
+        "Document.ActiveWorkPlane (write only)",
+        [](LatheHost& h, const QVariant& v) {
+            h.document()->setActiveWorkPlane(h.document()->WorkPlanes()->Item(v.toString()));
+        },
+        [](LatheHost& h) { return h.doc->data.activeWorkPlane; }, "YZX");
+    row(
+        "Stock.Spindle (write only)",
+        [](LatheHost& h, const QVariant& v) {
+            auto simulation = h.document()->Simulation();
+            auto stock = simulation->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 1);
+            stock->setSpindle(setup(h)->Spindles()->Item(v.toInt()));
+        },
+        [](LatheHost& h) { return h.doc->data.simulation.stocks[0]->spindle; }, 2);
 }
 
 void tst_FeldraModel::writesReadBack()
@@ -358,45 +429,73 @@ void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing_data()
     auto row = [](const char* name, Act prepare, Act request, Read state, const char* operation) {
         QTest::newRow(name) << prepare << request << state << QString::fromLatin1(operation);
     };
-    row("back spindle 2", nothing, [](LatheHost& h) { tool(h, 1)->setBackSpindle(2); },
+    row(
+        "back spindle 2", nothing, [](LatheHost& h) { tool(h, 1)->setBackSpindle(2); },
         [](LatheHost& h) { return tool(h, 1)->BackSpindle(); }, "Tool.BackSpindle write");
-    row("spindle direction 3", nothing, [](LatheHost& h) { tool(h, 1)->setSpindleDirection(3); },
+    row(
+        "spindle direction 3", nothing, [](LatheHost& h) { tool(h, 1)->setSpindleDirection(3); },
         [](LatheHost& h) { return tool(h, 1)->SpindleDirection(); }, "Tool.SpindleDirection write");
-    row("output unit 72", nothing, [](LatheHost& h) { setup(h)->Heads()->Item(1)->setOutputUnit(72); },
+    row(
+        "output unit 72", nothing, [](LatheHost& h) { setup(h)->Heads()->Item(1)->setOutputUnit(72); },
         [](LatheHost& h) { return setup(h)->Heads()->Item(1)->OutputUnit(); }, "NCHead.OutputUnit write");
-    row("text into a double property", [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Z2Position", "Z2", 5, 1.0); },
+    row(
+        "text into a double property",
+        [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Z2Position", "Z2", 5, 1.0); },
         [](LatheHost& h) { op(h, 1)->CustomProperties()->Item("Z2Position")->setValue("abc"); },
         [](LatheHost& h) { return op(h, 1)->CustomProperties()->Item("Z2Position")->Value(); },
         "CustomProperty.Value write");
-    row("custom property twice", [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Note", "Note", 8, "a"); },
+    row(
+        "custom property twice", [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Note", "Note", 8, "a"); },
         [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Note", "Note", 8, "b"); },
         [](LatheHost& h) { return op(h, 1)->CustomProperties()->Item("Note")->Value(); }, "CustomProperties.Add");
-    row("work plane name taken", nothing, [](LatheHost& h) { h.document()->WorkPlanes()->Add("XYZ"); },
+    row(
+        "work plane name taken", nothing, [](LatheHost& h) { h.document()->WorkPlanes()->Add("XYZ"); },
         [](LatheHost& h) { return h.document()->WorkPlanes()->Count(); }, "WorkPlanes.Add");
-    row("layer name taken", nothing, [](LatheHost& h) { h.document()->Layers()->Add("0"); },
+    row(
+        "layer name taken", nothing, [](LatheHost& h) { h.document()->Layers()->Add("0"); },
         [](LatheHost& h) { return h.document()->Layers()->Count(); }, "Layers.Add");
-    row("sync type out of range", nothing, [](LatheHost& h) { h.document()->Syncs()->Add(5, {}); },
+    row(
+        "sync type out of range", nothing, [](LatheHost& h) { h.document()->Syncs()->Add(5, {}); },
         [](LatheHost& h) { return h.document()->Syncs()->Count(); }, "Syncs.Add");
-    row("rearrange with unknown mode", nothing,
+    row(
+        "rearrange with unknown mode", nothing,
         [](LatheHost& h) { h.document()->Operations()->Rearrange({op(h, 3)}, 2, true); },
         [](LatheHost& h) { return operationNames(h); }, "Operations.Rearrange");
-    row("second stock of a name",
-        [](LatheHost& h) { h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 0); },
-        [](LatheHost& h) { h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 20, 0); },
-        [](LatheHost& h) { return h.doc->data.simulation.stocks.size() * 100 + h.doc->data.simulation.stocks[0]->length; },
+    row(
+        "second stock of a name",
+        [](LatheHost& h) {
+            h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 0);
+        },
+        [](LatheHost& h) {
+            h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 20, 0);
+        },
+        [](LatheHost& h) {
+            return h.doc->data.simulation.stocks.size() * 100 + h.doc->data.simulation.stocks[0]->length;
+        },
         "Simulation.AddStock");
-    row("delete a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->DeleteStock("Main Stock"); },
+    row(
+        "delete a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->DeleteStock("Main Stock"); },
         [](LatheHost& h) { return int(h.doc->data.simulation.stocks.size()); }, "Simulation.DeleteStock");
-    row("button for no command", nothing, [](LatheHost& h) { h.app->CommandBars()->Item(23)->AddControl(1, "Ghost", 4711, 1); },
+    row(
+        "button for no command", nothing,
+        [](LatheHost& h) { h.app->CommandBars()->Item(23)->AddControl(1, "Ghost", 4711, 1); },
         [](LatheHost& h) { return h.app->CommandBars()->Item(23)->ControlCount(); }, "CommandBar.AddControl");
-    row("button beyond the end", [](LatheHost& h) { h.app->AddInCommands()->AddCommand(1, 3, "Marelon"); },
-        [](LatheHost& h) { h.app->CommandBars()->Item(2)->AddControl(1, "Masks", h.host.App().commands.last().handle, 5); },
+    row(
+        "button beyond the end", [](LatheHost& h) { h.app->AddInCommands()->AddCommand(1, 3, "Marelon"); },
+        [](LatheHost& h) {
+            h.app->CommandBars()->Item(2)->AddControl(1, "Masks", h.host.App().commands.last().handle, 5);
+        },
         [](LatheHost& h) { return h.app->CommandBars()->Item(2)->ControlCount(); }, "CommandBar.AddControl");
-    row("command of another add-in", nothing, [](LatheHost& h) { h.app->AddInCommands()->AddCommand(99, 1, "Marelon"); },
+    row(
+        "command of another add-in", nothing,
+        [](LatheHost& h) { h.app->AddInCommands()->AddCommand(99, 1, "Marelon"); },
         [](LatheHost& h) { return int(h.host.App().commands.size()); }, "AddInCommands.AddCommand");
-    row("remove a missing menu entry", nothing, [](LatheHost& h) { h.app->MainMenus()->Item(9)->Remove("Marelon Add-In Help"); },
+    row(
+        "remove a missing menu entry", nothing,
+        [](LatheHost& h) { h.app->MainMenus()->Item(9)->Remove("Marelon Add-In Help"); },
         [](LatheHost& h) { return h.app->MainMenus()->Item(9)->Count(); }, "MenuControls.Remove");
-    row("setup file without a reader", nothing, [](LatheHost& h) { setup(h)->LoadSetupFile("/tmp/x_Metric.EMS"); },
+    row(
+        "setup file without a reader", nothing, [](LatheHost& h) { setup(h)->LoadSetupFile("/tmp/x_Metric.EMS"); },
         [](LatheHost& h) { return setup(h)->MachineSetupName(); }, "MachineSetup.LoadSetupFile");
 }
 
@@ -496,8 +595,8 @@ void tst_FeldraModel::polygonOutline()
     LatheHost h;
     const double baseAngle = 0.3;
 
-    const auto segments = h.app->GeometryUtility()->RegularPolygon(h.document()->MakePoint(1, 2, 0), circleKind, 20,
-                                                                   baseAngle, sides);
+    const auto segments =
+        h.app->GeometryUtility()->RegularPolygon(h.document()->MakePoint(1, 2, 0), circleKind, 20, baseAngle, sides);
 
     QCOMPARE(segments.size(), sides);
     QCOMPARE(segments.first().x1, 1 + cornerRadius * std::cos(baseAngle));
@@ -592,32 +691,40 @@ void tst_FeldraModel::eventsReachSinksAndFailuresAreLogged_data()
     QTest::addColumn<QString>("callback");
 
     QTest::newRow("document opened") << Act([](LatheHost& h) { h.host.OpenDocument(h.doc); })
-                                     << "AfterDocumentOpen /tmp/part.fdoc" << "Application.AfterDocumentOpen";
-    QTest::newRow("new document") << Act([](LatheHost& h) { h.host.OpenNewDocument(h.doc); })
-                                  << "AfterNewDocumentOpen" << "Application.AfterNewDocumentOpen";
+                                     << "AfterDocumentOpen /tmp/part.fdoc"
+                                     << "Application.AfterDocumentOpen";
+    QTest::newRow("new document") << Act([](LatheHost& h) { h.host.OpenNewDocument(h.doc); }) << "AfterNewDocumentOpen"
+                                  << "Application.AfterNewDocumentOpen";
     QTest::newRow("template") << Act([](LatheHost& h) { h.host.OpenTemplate(h.doc); })
-                              << "AfterTemplateOpen /tmp/part.fdoc" << "Application.AfterTemplateOpen";
-    QTest::newRow("command about to run") << Act([](LatheHost& h) { h.host.BeforeCommandRun(3320); })
-                                          << "BeforeCommandRun 3320" << "Application.BeforeCommandRun";
-    QTest::newRow("quit") << Act([](LatheHost& h) { h.host.Quit(); }) << "BeforeQuit" << "Application.BeforeQuit";
-    QTest::newRow("saved") << Act([](LatheHost& h) { h.host.DocumentSaved(*h.doc); })
-                           << "AfterDocumentSave" << "Document.AfterDocumentSave";
+                              << "AfterTemplateOpen /tmp/part.fdoc"
+                              << "Application.AfterTemplateOpen";
+    QTest::newRow("command about to run")
+        << Act([](LatheHost& h) { h.host.BeforeCommandRun(3320); }) << "BeforeCommandRun 3320"
+        << "Application.BeforeCommandRun";
+    QTest::newRow("quit") << Act([](LatheHost& h) { h.host.Quit(); }) << "BeforeQuit"
+                          << "Application.BeforeQuit";
+    QTest::newRow("saved") << Act([](LatheHost& h) { h.host.DocumentSaved(*h.doc); }) << "AfterDocumentSave"
+                           << "Document.AfterDocumentSave";
     QTest::newRow("command") << Act([](LatheHost& h) {
         auto commands = h.app->AddInCommands();
         h.host.InvokeCommand(commands->AddCommand(commands->Cookie(), 4, "Marelon"));
-    }) << "OnCommand 1 4" << "AddInCommands.OnCommand";
+    }) << "OnCommand 1 4"
+                             << "AddInCommands.OnCommand";
     QTest::newRow("command state") << Act([](LatheHost& h) {
         auto commands = h.app->AddInCommands();
         h.host.CommandEnabled(commands->AddCommand(commands->Cookie(), 2, "Marelon"));
-    }) << "OnCommandUI 2" << "AddInCommands.OnCommandUI";
-    QTest::newRow("simulation begins") << Act([](LatheHost& h) { h.host.SimulationBegin(*h.doc); })
-                                       << "OnBegin" << "Simulation.OnBegin";
+    }) << "OnCommandUI 2"
+                                   << "AddInCommands.OnCommandUI";
+    QTest::newRow("simulation begins") << Act([](LatheHost& h) { h.host.SimulationBegin(*h.doc); }) << "OnBegin"
+                                       << "Simulation.OnBegin";
     QTest::newRow("operation starts") << Act([](LatheHost& h) { h.host.OperationStart(h.doc, 2); })
-                                      << "OnOperationStart Pick Up" << "Simulation.OnOperationStart";
+                                      << "OnOperationStart Pick Up"
+                                      << "Simulation.OnOperationStart";
     QTest::newRow("operation simulated") << Act([](LatheHost& h) { h.host.SimulateOperation(h.doc, 3); })
-                                         << "OnSimulateOperation Back Drill" << "Simulation.OnSimulateOperation";
-    QTest::newRow("technology edited") << Act([](LatheHost& h) { h.host.EditTechnology(h.doc, 1, 2); })
-                                       << "OnEdit 153" << "TechnologyUtility.OnEdit";
+                                         << "OnSimulateOperation Back Drill"
+                                         << "Simulation.OnSimulateOperation";
+    QTest::newRow("technology edited") << Act([](LatheHost& h) { h.host.EditTechnology(h.doc, 1, 2); }) << "OnEdit 153"
+                                       << "TechnologyUtility.OnEdit";
 }
 
 void tst_FeldraModel::eventsReachSinksAndFailuresAreLogged()
