@@ -137,9 +137,9 @@ public:
     int ControlCount() override { return get("CommandBar.ControlCount", int(data_->controls.size())); }
     void AddSeparator(std::optional<int> before) override
     {
-        guard("CommandBar.AddSeparator");
-        InsertControl(data_->controls, before, NewControl(ctx(), ControlData::Separator, {}, 0, "CommandBar.AddSeparator"),
-                      "CommandBar.AddSeparator");
+        const QString operation = QStringLiteral("CommandBar.AddSeparator");
+        guard(operation);
+        InsertControl(data_->controls, before, NewControl(ctx(), ControlData::Separator, {}, 0, operation), operation);
     }
     std::shared_ptr<host::CommandBarControl> AddControl(int type, const QString& caption, int commandHandle,
                                                         int before) override

@@ -14,13 +14,6 @@ namespace feldra {
 
 namespace {
 
-template <class List, class Pred>
-auto findIn(const List& list, Pred pred) -> typename List::value_type
-{
-    auto it = std::find_if(list.cbegin(), list.cend(), pred);
-    return it == list.cend() ? nullptr : *it;
-}
-
 auto named(const QString& name)
 {
     return [name](const auto& record) { return record->name == name; };
@@ -73,7 +66,7 @@ public:
     std::shared_ptr<host::CustomProperty> Item(const QString& name) override
     {
         guard("CustomProperties.Item");
-        auto data = findIn(*list_, named(name));
+        auto data = find(*list_, named(name));
         if (!data)
             fail("CustomProperties.Item", QStringLiteral("No custom property \"%1\".").arg(name));
         return std::make_shared<CustomPropertyView>(ctx_, doc_, data);
@@ -89,7 +82,7 @@ public:
                                               const QVariant& initialValue) override
     {
         guard("CustomProperties.Add");
-        if (name.isEmpty() || findIn(*list_, named(name)))
+        if (name.isEmpty() || find(*list_, named(name)))
             fail("CustomProperties.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<CustomPropertyData>();
         data->name = name;
@@ -113,7 +106,7 @@ public:
     std::shared_ptr<host::WorkPlane> Item(const QString& name) override
     {
         guard("WorkPlanes.Item");
-        auto data = findIn(doc().data.workPlanes, named(name));
+        auto data = find(doc().data.workPlanes, named(name));
         if (!data)
             fail("WorkPlanes.Item", QStringLiteral("No work plane \"%1\".").arg(name));
         return std::make_shared<WorkPlaneView>(ctx_, doc_, data);
@@ -127,7 +120,7 @@ public:
     std::shared_ptr<host::WorkPlane> Add(const QString& name) override
     {
         guard("WorkPlanes.Add");
-        if (name.isEmpty() || findIn(doc().data.workPlanes, named(name)))
+        if (name.isEmpty() || find(doc().data.workPlanes, named(name)))
             fail("WorkPlanes.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<WorkPlaneData>();
         data->name = name;
@@ -151,7 +144,7 @@ public:
     std::shared_ptr<host::Layer> Item(const QString& name) override
     {
         guard("Layers.Item");
-        auto data = findIn(doc().data.layers, named(name));
+        auto data = find(doc().data.layers, named(name));
         if (!data)
             fail("Layers.Item", QStringLiteral("No layer \"%1\".").arg(name));
         return std::make_shared<LayerView>(ctx_, doc_, data);
@@ -160,7 +153,7 @@ public:
     std::shared_ptr<host::Layer> Add(const QString& name) override
     {
         guard("Layers.Add");
-        if (name.isEmpty() || findIn(doc().data.layers, named(name)))
+        if (name.isEmpty() || find(doc().data.layers, named(name)))
             fail("Layers.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<LayerData>();
         data->name = name;
@@ -283,7 +276,7 @@ public:
             return nullptr;
         if (auto feature = doc().Feature(key))
             return std::make_shared<FeatureView>(ctx_, doc_, feature);
-        auto operation = findIn(doc().data.operations, [&key](const auto& op) { return op->key == key; });
+        auto operation = find(doc().data.operations, [&key](const auto& op) { return op->key == key; });
         if (!operation)
             fail("Document.PickObject", QStringLiteral("No object with the key \"%1\".").arg(key));
         return std::make_shared<OperationView>(ctx_, doc_, operation);

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 namespace feldra {
 
@@ -23,6 +24,8 @@ public:
     void Check(const QString& operation);
 
     int CallCount(const QString& operation) const { return calls_.value(operation); }
+    // Every operation called since the counts were last reset.
+    QStringList CalledOperations() const { return calls_.keys(); }
     int TotalCalls() const;
     void ResetCounts() { calls_.clear(); }
 

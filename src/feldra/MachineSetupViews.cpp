@@ -13,7 +13,6 @@
 #include "addin/host/Turrets.h"
 #include "feldra/Views.h"
 
-#include <algorithm>
 #include <type_traits>
 
 namespace feldra {
@@ -24,10 +23,10 @@ namespace {
 template <class Record>
 std::shared_ptr<Record> byNumber(const QList<std::shared_ptr<Record>>& list, int key, const QString& operation)
 {
-    auto it = std::find_if(list.cbegin(), list.cend(), [key](const auto& record) { return record->number == key; });
-    if (it == list.cend())
-        throw host::HostError(operation, QStringLiteral("No item with the key %1.").arg(key));
-    return *it;
+    for (const auto& record : list)
+        if (record->number == key)
+            return record;
+    throw host::HostError(operation, QStringLiteral("No item with the key %1.").arg(key));
 }
 
 class StationView final : public host::Station, public View {

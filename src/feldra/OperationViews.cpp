@@ -7,7 +7,6 @@
 #include "addin/host/TechnologyParameter.h"
 #include "feldra/Views.h"
 
-#include <algorithm>
 
 namespace feldra {
 
@@ -22,23 +21,16 @@ public:
     {
     }
 
-    QVariant Value() override { return get("TechnologyParameter.Value", data("TechnologyParameter.Value").value); }
-    void setValue(const QVariant& value) override
-    {
-        put("TechnologyParameter.Value", data("TechnologyParameter.Value write").value, value);
-    }
-    QString Caption() override
-    {
-        return get("TechnologyParameter.Caption", data("TechnologyParameter.Caption").caption);
-    }
-    void setCaption(const QString& caption) override
-    {
-        put("TechnologyParameter.Caption", data("TechnologyParameter.Caption write").caption, caption);
-    }
+    QVariant Value() override { return data("TechnologyParameter.Value").value; }
+    void setValue(const QVariant& value) override { data("TechnologyParameter.Value write").value = value; }
+    QString Caption() override { return data("TechnologyParameter.Caption").caption; }
+    void setCaption(const QString& caption) override { data("TechnologyParameter.Caption write").caption = caption; }
 
 private:
+    // The parameter's record, once the operation has passed its guard.
     ParameterData& data(const QString& operation) const
     {
+        guard(operation);
         auto it = parameters_->find(number_);
         if (it == parameters_->end())
             fail(operation, QStringLiteral("The parameter %1 no longer exists.").arg(number_));

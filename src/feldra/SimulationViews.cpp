@@ -8,8 +8,6 @@
 #include "addin/host/Stock.h"
 #include "feldra/Views.h"
 
-#include <algorithm>
-
 namespace feldra {
 
 namespace {
@@ -89,12 +87,11 @@ public:
     std::shared_ptr<host::Component> Item(const QString& key) override
     {
         guard("Components.Item");
-        const auto& components = doc().data.simulation.machineModel.components;
-        auto it = std::find_if(components.cbegin(), components.cend(),
-                               [&key](const auto& component) { return component->key == key; });
-        if (it == components.cend())
+        auto component = find(doc().data.simulation.machineModel.components,
+                              [&key](const auto& c) { return c->key == key; });
+        if (!component)
             fail("Components.Item", QStringLiteral("No component with the key \"%1\".").arg(key));
-        return std::make_shared<ComponentView>(ctx_, doc_, *it);
+        return std::make_shared<ComponentView>(ctx_, doc_, component);
     }
     int Count() override { return get("Components.Count", int(doc().data.simulation.machineModel.components.size())); }
 };
@@ -198,9 +195,7 @@ private:
     SimulationData& simulation() const { return doc().data.simulation; }
     std::shared_ptr<StockData> stock(const QString& name) const
     {
-        auto it = std::find_if(simulation().stocks.cbegin(), simulation().stocks.cend(),
-                               [&name](const auto& s) { return s->name == name; });
-        return it == simulation().stocks.cend() ? nullptr : *it;
+        return find(simulation().stocks, [&name](const auto& s) { return s->name == name; });
     }
 };
 

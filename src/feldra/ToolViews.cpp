@@ -8,6 +8,8 @@
 #include "addin/host/LatheToolKind23.h"
 #include "feldra/Views.h"
 
+#include <algorithm>
+
 namespace feldra {
 
 // One object serves every lathe kind view: the kinds share their value names,

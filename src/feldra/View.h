@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <algorithm>
 #include <memory>
 
 namespace feldra {
@@ -49,6 +50,14 @@ protected:
                                 .arg(position)
                                 .arg(list.size()));
         return list[position - 1];
+    }
+
+    // The first record of a list of shared records that matches, or none.
+    template <class List, class Pred>
+    static auto find(const List& list, Pred pred) -> typename List::value_type
+    {
+        auto it = std::find_if(list.cbegin(), list.cend(), pred);
+        return it == list.cend() ? nullptr : *it;
     }
 
     // The Feldra view behind a facade object handed to this one; it must come

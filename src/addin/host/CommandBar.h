@@ -17,7 +17,8 @@ public:
     virtual void AddSeparator(std::optional<int> before = std::nullopt) = 0;
     // Type 1 is a button bound to the command handle; before is a position from 1,
     // one past the last control appends.
-    virtual std::shared_ptr<host::CommandBarControl> AddControl(int type, const QString& caption, int commandHandle, int before) = 0;
+    virtual std::shared_ptr<host::CommandBarControl> AddControl(int type, const QString& caption,
+                                                                int commandHandle, int before) = 0;
     virtual std::shared_ptr<host::CommandBarControl> Control(int position) = 0;
 };
 

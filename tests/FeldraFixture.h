@@ -1,0 +1,152 @@
+#pragma once
+
+#include "feldra/DocumentData.h"
+#include "feldra/Host.h"
+
+#include <memory>
+#include <utility>
+
+// A small lathe document for tests of the Feldra host: a machine setup with the
+// synchronisation entries, two turrets, two spindles and two heads; three tools
+// (kinds 17, 18, 16); three operations (cut-off 153, pick-up 207 with a custom
+// property, type 154) and a synchronisation between the first two; a
+// feature, the three standard work planes, a layer and a machine model with the
+// axes X1, Z1 (group 1) and Z2, Z3 (group 2) and a component "SubSpindle".
+namespace fixture {
+
+// A new record, filled in by fill.
+template <class T, class Fill>
+std::shared_ptr<T> make(Fill fill)
+{
+    auto record = std::make_shared<T>();
+    fill(*record);
+    return record;
+}
+
+template <class T>
+std::shared_ptr<T> named(const QString& name)
+{
+    return make<T>([&](T& r) { r.name = name; });
+}
+
+inline std::shared_ptr<feldra::DocumentState> LatheDocument()
+{
+    using namespace feldra;
+    auto doc = std::make_shared<DocumentState>();
+    doc->fileName = QStringLiteral("/tmp/part.fdoc");
+    DocumentData& d = doc->data;
+    d.title = QStringLiteral("Part");
+
+    MachineSetupData& s = d.machineSetup;
+    s.makerTag = QStringLiteral("MARELON");
+    s.machineCode = QStringLiteral("6");
+    s.params = {{813, 1.5}, {893, 2}};
+    for (const char* name : {"G821", "G820", "G811", "G810"})
+        s.setupEntries.append(named<SetupEntryData>(QString::fromLatin1(name)));
+    auto main = make<TurretData>([](TurretData& t) { t.number = 1; });
+    auto back = make<TurretData>([](TurretData& t) {
+        t.number = 2;
+        t.zOffset = 5;
+        t.referenceZ = 120;
+    });
+    for (int n : {1, 2, 3})
+        back->stations.append(make<StationData>([n](StationData& st) { st.number = 20 + n; }));
+    for (auto [name, limit] : {std::pair{"X2", 40.0}, std::pair{"Z2", 150.0}})
+        back->axisLimits.append(make<AxisLimitData>([&](AxisLimitData& a) {
+            a.name = QString::fromLatin1(name);
+            a.upperLimit = limit;
+        }));
+    s.turrets = {main, back};
+    for (int n : {1, 2}) {
+        s.spindles.append(make<SpindleData>([n](SpindleData& sp) {
+            sp.number = n;
+            sp.name = n == 1 ? QStringLiteral("Main") : QStringLiteral("Back");
+        }));
+        s.heads.append(make<NCHeadData>([n](NCHeadData& head) {
+            head.programNumber = n * 1000;
+            head.programName = QStringLiteral("O%1").arg(head.programNumber);
+        }));
+    }
+
+    auto tool = [&](int number, int kind) {
+        auto t = std::make_shared<ToolData>();
+        t->number = number;
+        t->toolId = QStringLiteral("T%1").arg(number);
+        t->toolType = kind;
+        t->parameters.insert(QStringLiteral("121"), {number, QString(), {}});
+        d.tools.append(t);
+        return t;
+    };
+    auto cutter = tool(1, 17);
+    cutter->width = 2.5;
+    cutter->cornerCode = 13;
+    tool(2, 18)->length = 30;
+    tool(21, 16)->centreOffset = 0.2;
+
+    auto operation = [&](const QString& name, int type, const QString& toolId) {
+        auto op = std::make_shared<OperationData>();
+        op->id = int(d.operations.size()) + 1;
+        op->key = QStringLiteral("Op%1").arg(op->id);
+        op->name = name;
+        op->technology->type = type;
+        op->technology->parameters.insert(QStringLiteral("498"), {toolId, QStringLiteral("Tool"), {}});
+        op->technology->parameters.insert(QStringLiteral("797"), {1, QString(), {}});
+        d.operations.append(op);
+        return op;
+    };
+    operation(QStringLiteral("Cut Off"), 153, QStringLiteral("T1"))->featureKey = QStringLiteral("F1");
+    auto pickUp = operation(QStringLiteral("Pick Up"), 207, QStringLiteral("T2"));
+    pickUp->technology->colletExtension = 3.5;
+    pickUp->customProperties.append(make<CustomPropertyData>([](CustomPropertyData& p) {
+        p.name = p.caption = QStringLiteral("Comment");
+        p.type = 8;
+        p.value = QStringLiteral("keep");
+    }));
+    pickUp->geometry = {{902, QList<Point3>{Point3{1, 2, 3}}, {}}, {903, QList<Point3>{Point3{4, 5, 6}}, {}}};
+    auto drill = operation(QStringLiteral("Back Drill"), 154, QString());
+    drill->technology->toolId = QStringLiteral("T21");
+    drill->technology->spindleCode = 1;
+
+    d.syncs.append(make<SyncData>([](SyncData& sync) {
+        sync.typeIndex = 3; // "G811": cut-off and pick-up
+        sync.nodes[0] = {4, 1, 0, 1, 0, {}};
+        sync.nodes[1] = {1, 2, 0, 1, 0, {}};
+    }));
+
+    auto feature = make<FeatureData>([](FeatureData& f) { f.key = QStringLiteral("F1"); });
+    feature->elements = {{0, 0, 0}, {12.5, 0, -3}};
+    d.features = {feature};
+    for (const char* name : {"XYZ", "YZX", "ZXY"})
+        d.workPlanes.append(named<WorkPlaneData>(QString::fromLatin1(name)));
+    d.activeWorkPlane = QStringLiteral("XYZ");
+    d.layers = {named<LayerData>(QStringLiteral("0"))};
+
+    auto axes = [](std::initializer_list<const char*> names) {
+        auto group = std::make_shared<AxisGroupData>();
+        for (const char* name : names)
+            group->axes.append(named<AxisData>(QString::fromLatin1(name)));
+        return group;
+    };
+    d.simulation.machineModel.axisGroups = {axes({"X1", "Z1"}), axes({"Z2", "Z3"})};
+    d.simulation.machineModel.components = {make<ComponentData>([](ComponentData& c) {
+        c.key = QStringLiteral("SubSpindle");
+        c.position = {7, 8, 9};
+    })};
+    return doc;
+}
+
+// A host with the lathe document open and the application as an add-in sees it.
+struct LatheHost {
+    feldra::Host host;
+    std::shared_ptr<feldra::DocumentState> doc = LatheDocument();
+    std::shared_ptr<host::Application> app;
+
+    LatheHost()
+    {
+        host.Activate(doc);
+        app = host.ApplicationFor(QStringLiteral("Test.Connect"));
+    }
+    std::shared_ptr<host::Document> document() { return app->ActiveDocument(); }
+};
+
+} // namespace fixture
