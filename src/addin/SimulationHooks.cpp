@@ -35,7 +35,7 @@ constexpr double kUnsetValue = 0.1234567;
 constexpr int kTextProperty = 8;
 constexpr int kDoubleProperty = 5;
 constexpr int kBackSpindleTurret = 2;
-constexpr int kRotaryTechnology = 154;
+constexpr int kTechnology154 = 154;
 
 bool IsMarelonLathe(host::Document& document)
 {
@@ -188,7 +188,7 @@ void SimulationHooks::OnOperationStart(host::Document& document, host::Operation
     if (!IsMarelonLathe(document))
         return;
     const auto technology = TechnologyOf(operation);
-    if (!technology || IsOfType(*technology, kRotaryTechnology))
+    if (!technology || IsOfType(*technology, kTechnology154))
         return;
     const bool backSpindle = ParameterIs(*technology, QStringLiteral("797"), 1);
     const bool atZ2 = WorksAtZ2(*technology);
@@ -225,10 +225,10 @@ void SimulationHooks::OnSimulateOperation(host::Document& document, host::Operat
             returnZ2ToReference(document);
         z2Moved_ = false;
     }
-    const auto& rotaryAxis = HasThreeHeads(document) ? z3_ : z2_;
-    if (IsOfType(*technology, kRotaryTechnology) && ParameterIs(*technology, QStringLiteral("793"), 1)
+    const auto& axis154 = HasThreeHeads(document) ? z3_ : z2_;
+    if (IsOfType(*technology, kTechnology154) && ParameterIs(*technology, QStringLiteral("793"), 1)
         && ParameterIs(*technology, QStringLiteral("778"), 2))
-        SetEnabled(rotaryAxis, true);
+        SetEnabled(axis154, true);
 }
 
 // The operation's "Z2Position" (the upper limit of Z2 until the user sets
