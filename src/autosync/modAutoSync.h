@@ -72,12 +72,6 @@ public:
     // Call it only for a list that fits.
     CutoffAndPickup Run();
 
-    // The operations in the list's order: position i holds the last operation
-    // named as entry i, or nothing. Always as many positions as operations.
-    QList<std::shared_ptr<host::Operation>> OperationOrder() const;
-    // Rearranges the document's operations into OperationOrder().
-    void Arrange();
-
     void RemoveAllSyncs();
     // One synchronisation of the named type; nodes beyond nodesCount stay empty.
     std::shared_ptr<host::Sync> MakeSync(const QString& syncName, int16_t nodesCount,
@@ -96,6 +90,11 @@ public:
     double GetNextElementIndex(const std::shared_ptr<host::Operation>& OPToBeSynced);
 
 private:
+    // The operations in the list's order: position i holds the last operation
+    // named as entry i, or nothing. Always as many positions as operations.
+    QList<std::shared_ptr<host::Operation>> OperationOrder() const;
+    // Rearranges the document's operations into OperationOrder().
+    void Arrange();
     void readOperations();
     void indexNames();
     const SyncOperation* firstNamed(const QString& name) const;
