@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <stdexcept>
 
 using namespace marelon;
 using namespace autosynctest;
@@ -33,7 +34,8 @@ OperationSpec Parse(const QString& token)
 {
     static const QRegularExpression pattern(QStringLiteral("^([^=]+)=(-|\\d+)(h\\d)?(s\\d)?([cp]\\d+)?$"));
     const auto match = pattern.match(token);
-    Q_ASSERT(match.hasMatch());
+    if (!match.hasMatch())
+        throw std::invalid_argument("not an operation: " + token.toStdString());
     OperationSpec spec;
     spec.name = match.captured(1);
     if (match.captured(2) != QLatin1String("-"))
