@@ -151,8 +151,10 @@ QByteArray number(double value)
 
 bool replaceFile(const QString& path, const QByteArray& contents)
 {
+    // Unbuffered, so that a short write (a full disk) shows in write()'s count:
+    // a buffered flush at commit takes a short write for success.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
     if (file.write(contents) != contents.size()) {
         file.cancelWriting();
