@@ -32,7 +32,7 @@ public:
             turret->number = n;
             for (int s = 1; s <= 12; ++s) {
                 auto station = std::make_shared<feldra::StationData>();
-                station->number = n * 20 + s;
+                station->number = s; // the key: station s of the turret
                 turret->stations.append(station);
             }
             setup.turrets.append(turret);
