@@ -109,6 +109,7 @@ private slots:
         QTest::newRow("seven fields") << QByteArray("\"A\",\"a\",0,0,0,-1,1\r\n") << 0 << "";
         QTest::newRow("nine fields") << QByteArray("\"A\",\"a\",0,0,0,-1,1,1,1\r\n") << 0 << "";
         QTest::newRow("unclosed quote") << QByteArray("\"A,\"a\",0,0,0,-1,1,1\r\n") << 0 << "";
+        QTest::newRow("quote inside unquoted name") << QByteArray("GT\"F,\"a\",0,0,0,-1,1,1\r\n") << 0 << "";
         QTest::newRow("text after quote") << QByteArray("\"A\"b,\"a\",0,0,0,-1,1,1\r\n") << 0 << "";
         QTest::newRow("quoted number") << QByteArray("\"A\",\"a\",\"0\",0,0,-1,1,1\r\n") << 0 << "";
         QTest::newRow("decimal comma") << QByteArray("\"A\",\"a\",0;5,0,0,-1,1,1\r\n") << 0 << "";

@@ -83,6 +83,8 @@ std::optional<QList<Field>> splitFields(const QByteArray& line)
             const qsizetype comma = line.indexOf(',', at);
             const qsizetype end = comma < 0 ? n : comma;
             field.text = line.mid(at, end - at).trimmed();
+            if (field.text.contains(kQuote))
+                return std::nullopt; // a quote only opens a field
             at = end;
         }
         fields.append(field);
