@@ -1,5 +1,6 @@
 #include "ToolDataFixture.h"
 
+#include "addin/host/HostError.h"
 #include "tooldata/frmEditHolder.h"
 #include "tooldata/frmNewHolder.h"
 
@@ -231,6 +232,21 @@ private slots:
         dialog.cmdOK_Click();
         QCOMPARE(f.messages->Last().prompt,
                  QStringLiteral("The holder is no longer in the holder file. Nothing has been changed."));
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(f.ReadLibrary(kFile), kHolders);
+    }
+
+    void aHostFailureOnOkWritesNothing()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kFile, kHolders);
+        frmNewHolder dialog(f.application, f.LibraryPath(kFile));
+        dialog.show();
+        fill(dialog, {"NEW", "1", "1", "1", "1", "1", "d"});
+        f.host.Faults().Fail(QStringLiteral("Document.UnitSystem"));
+        QVERIFY_THROWS_EXCEPTION(host::HostError, dialog.cmdOK_Click());
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+        QCOMPARE(f.messages->Last().icon, host::MsgIcon::Critical);
         QVERIFY(dialog.isVisible());
         QCOMPARE(f.ReadLibrary(kFile), kHolders);
     }

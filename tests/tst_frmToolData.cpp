@@ -21,6 +21,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <QFileInfo>
 
 using namespace marelon;
 
@@ -662,6 +663,26 @@ private slots:
         form.cmdEdit_Click();
         QCOMPARE(control<QComboBox>(form, "cmbHolders")->currentIndex(), 1);
         QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Gang 2, changed"));
+    }
+
+    void helpTopics()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        f.host.App().installFolder = f.addIn.path() + QLatin1Char('/');
+        QDir(f.addIn.path()).mkpath(QStringLiteral("Help/1033"));
+        QFile(f.addIn.path() + QStringLiteral("/Help/1033/Marelon Help.chm")).open(QIODevice::WriteOnly);
+        frmToolData form(f.application);
+        QTest::mouseClick(control<QPushButton>(form, "cmdHelp"), Qt::LeftButton);
+        whenModal<frmNewHolder>([](frmNewHolder& dialog) {
+            dialog.cmdHelp_Click();
+            dialog.cmdCancel_Click();
+        });
+        form.cmdNew_Click();
+        QStringList topics;
+        for (const auto& request : f.host.Log().RequestsOf(QStringLiteral("Application.ShowHelpTopic")))
+            topics << QFileInfo(request.arguments.at(0)).fileName() + QLatin1Char('|') + request.arguments.at(1);
+        QCOMPARE(topics, (QStringList{"Marelon Help.chm|TooData.htm", "Marelon Help.chm|TooData.htm#Holder"}));
     }
 
     void captionsAreTranslated()

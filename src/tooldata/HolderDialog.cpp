@@ -7,6 +7,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
+#include "tooldata/ControlHandler.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -45,8 +46,8 @@ HolderDialog::~HolderDialog() = default;
 void HolderDialog::Attach(const HolderControls& controls)
 {
     c_ = controls;
-    connect(c_.cmdCancel, &QPushButton::clicked, this, &HolderDialog::cmdCancel_Click);
-    connect(c_.cmdHelp, &QPushButton::clicked, this, &HolderDialog::cmdHelp_Click);
+    connect(c_.cmdCancel, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdCancel_Click(); }); });
+    connect(c_.cmdHelp, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdHelp_Click(); }); });
     for (QLineEdit* field : {c_.txtHolderName, c_.txtXShift, c_.txtYShift, c_.txtZShift,
                              c_.txtGear1, c_.txtGear2, c_.txtHolderDesc})
         field->installEventFilter(this);
@@ -138,7 +139,7 @@ bool HolderDialog::eventFilter(QObject* watched, QEvent* event)
         QTimer::singleShot(0, field, &QLineEdit::selectAll);
     } else if (field && event->type() == QEvent::FocusOut
                && (field == c_.txtXShift || field == c_.txtYShift || field == c_.txtZShift)) {
-        ShiftField_LostFocus(*field);
+        RunControlHandler([this, field] { ShiftField_LostFocus(*field); });
     }
     return QDialog::eventFilter(watched, event);
 }

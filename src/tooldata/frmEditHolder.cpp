@@ -4,6 +4,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/Encode.h"
 #include "numeric/NumberText.h"
+#include "tooldata/ControlHandler.h"
 #include "ui_frmEditHolder.h"
 
 namespace marelon {
@@ -14,7 +15,7 @@ frmEditHolder::frmEditHolder(std::shared_ptr<host::Application> application, con
 {
     ui_->setupUi(this);
     Attach(HolderControls::Of(*ui_));
-    connect(ui_->cmdOK, &QPushButton::clicked, this, &frmEditHolder::cmdOK_Click);
+    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdOK_Click(); }); });
     Form_Load(holderName);
 }
 

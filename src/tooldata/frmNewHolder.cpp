@@ -1,5 +1,6 @@
 #include "tooldata/frmNewHolder.h"
 
+#include "tooldata/ControlHandler.h"
 #include "ui_frmNewHolder.h"
 
 namespace marelon {
@@ -10,7 +11,7 @@ frmNewHolder::frmNewHolder(std::shared_ptr<host::Application> application, const
 {
     ui_->setupUi(this);
     Attach(HolderControls::Of(*ui_));
-    connect(ui_->cmdOK, &QPushButton::clicked, this, &frmNewHolder::cmdOK_Click);
+    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdOK_Click(); }); });
     Form_Load();
 }
 

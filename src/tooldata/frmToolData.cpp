@@ -22,6 +22,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
+#include "tooldata/ControlHandler.h"
 #include "tooldata/frmEditHolder.h"
 #include "tooldata/frmNewHolder.h"
 #include "ui_frmToolData.h"
@@ -141,16 +142,16 @@ frmToolData::frmToolData(std::shared_ptr<host::Application> application, QWidget
     for (auto* button : findChildren<QPushButton*>())
         button->setAutoDefault(false);
 
-    connect(ui_->cmbMachineName, &QComboBox::activated, this, [this] { RunHandler([this] { cmbMachineName_Click(); }); });
-    connect(ui_->cmbHolders, &QComboBox::activated, this, [this] { RunHandler([this] { cmbHolders_Click(); }); });
-    connect(ui_->cmdNew, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdNew_Click(); }); });
-    connect(ui_->cmdEdit, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdEdit_Click(); }); });
-    connect(ui_->cmdDelete, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdDelete_Click(); }); });
-    connect(ui_->cmdSetData, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdSetData_Click(); }); });
-    connect(ui_->cmdExit, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdExit_Click(); }); });
-    connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] { RunHandler([this] { cmdHelp_Click(); }); });
-    connect(renumber_, &QAction::triggered, this, [this] { RunHandler([this] { Renumber_Click(); }); });
-    connect(sort_, &QAction::triggered, this, [this] { RunHandler([this] { Sort_Click(); }); });
+    connect(ui_->cmbMachineName, &QComboBox::activated, this, [this] { RunControlHandler([this] { cmbMachineName_Click(); }); });
+    connect(ui_->cmbHolders, &QComboBox::activated, this, [this] { RunControlHandler([this] { cmbHolders_Click(); }); });
+    connect(ui_->cmdNew, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdNew_Click(); }); });
+    connect(ui_->cmdEdit, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdEdit_Click(); }); });
+    connect(ui_->cmdDelete, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdDelete_Click(); }); });
+    connect(ui_->cmdSetData, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdSetData_Click(); }); });
+    connect(ui_->cmdExit, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdExit_Click(); }); });
+    connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdHelp_Click(); }); });
+    connect(renumber_, &QAction::triggered, this, [this] { RunControlHandler([this] { Renumber_Click(); }); });
+    connect(sort_, &QAction::triggered, this, [this] { RunControlHandler([this] { Sort_Click(); }); });
     ui_->ToolGrid->viewport()->installEventFilter(this);
     ui_->ToolGrid->installEventFilter(this);
     ui_->EditBox->installEventFilter(this);
@@ -161,16 +162,6 @@ frmToolData::frmToolData(std::shared_ptr<host::Application> application, QWidget
 }
 
 frmToolData::~frmToolData() = default;
-
-template <class Handler>
-void frmToolData::RunHandler(Handler handler)
-{
-    try {
-        handler();
-    } catch (const host::HostError& error) {
-        MsgBox(error.Description(), host::MsgButtons::OK, host::MsgIcon::Critical);
-    }
-}
 
 // ---- loading ----------------------------------------------------------------
 
@@ -372,7 +363,7 @@ void frmToolData::cmdDelete_Click()
 void frmToolData::ShowHolderInformation()
 {
     host::Tool& tool = *currentTool_;
-    skipOnFailure([&] { ui_->cmdSetData->setEnabled(true); });
+    ui_->cmdSetData->setEnabled(true);
     skipOnFailure([&] { ui_->txtFeldraXShift->setText(numeric::NumberToText(tool.XShift() * 2)); });
     skipOnFailure([&] { ui_->txtFeldraYShift->setText(numeric::NumberToText(tool.YShift())); });
     skipOnFailure([&] { ui_->txtFeldraZShift->setText(numeric::NumberToText(tool.ZShift())); });
@@ -666,20 +657,20 @@ bool frmToolData::eventFilter(QObject* watched, QEvent* event)
     if (watched == grid.viewport() && type == QEvent::MouseButtonRelease) {
         const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
         const auto button = static_cast<QMouseEvent*>(event)->button();
-        RunHandler([&] { ToolGrid_MouseUp(button, grid.rowAt(at.y()), grid.columnAt(at.x())); });
+        RunControlHandler([&] { ToolGrid_MouseUp(button, grid.rowAt(at.y()), grid.columnAt(at.x())); });
     } else if (watched == grid.viewport() && type == QEvent::MouseButtonDblClick) {
-        RunHandler([this] { ToolGrid_DblClick(); });
+        RunControlHandler([this] { ToolGrid_DblClick(); });
         return true;
     } else if (watched == &grid && type == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (isEnter(key) || key == Qt::Key_Delete) {
-            RunHandler([&] { ToolGrid_KeyDown(key); });
+            RunControlHandler([&] { ToolGrid_KeyDown(key); });
             return true;
         }
     } else if (watched == ui_->EditBox && type == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (isEnter(key)) {
-            RunHandler([&] { EditBox_KeyDown(key); });
+            RunControlHandler([&] { EditBox_KeyDown(key); });
             return true;
         }
     } else if (watched == ui_->EditBox && type == QEvent::FocusOut) {

@@ -89,9 +89,6 @@ private:
     void SetBoldRow(int row);
     int DocumentUnits();
     QString MachineName() const;
-    // Runs a handler for a control: a host failure ends it and is shown.
-    template <class Handler>
-    void RunHandler(Handler handler);
 
     std::unique_ptr<Ui::frmToolData> ui_;
     std::shared_ptr<host::Application> application_;
