@@ -3,6 +3,8 @@
 #include "addin/host/HostError.h"
 #include "addin/ui/UiServices.h"
 
+#include <QObject>
+
 #include <exception>
 
 namespace marelon {
@@ -20,6 +22,13 @@ void RunControlHandler(Handler&& handler)
     } catch (const std::exception& error) {
         MsgBox(QString::fromUtf8(error.what()), host::MsgButtons::OK, host::MsgIcon::Critical);
     }
+}
+
+// Connects a control's signal to a handler of its form, run as above.
+template <class Form, class Sender, class Signal>
+void ConnectHandler(Form* form, Sender* sender, Signal signal, void (Form::*handler)())
+{
+    QObject::connect(sender, signal, form, [form, handler] { RunControlHandler([form, handler] { (form->*handler)(); }); });
 }
 
 } // namespace marelon

@@ -46,8 +46,8 @@ HolderDialog::~HolderDialog() = default;
 void HolderDialog::Attach(const HolderControls& controls)
 {
     c_ = controls;
-    connect(c_.cmdCancel, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdCancel_Click(); }); });
-    connect(c_.cmdHelp, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdHelp_Click(); }); });
+    ConnectHandler(this, c_.cmdCancel, &QPushButton::clicked, &HolderDialog::cmdCancel_Click);
+    ConnectHandler(this, c_.cmdHelp, &QPushButton::clicked, &HolderDialog::cmdHelp_Click);
     for (QLineEdit* field : {c_.txtHolderName, c_.txtXShift, c_.txtYShift, c_.txtZShift,
                              c_.txtGear1, c_.txtGear2, c_.txtHolderDesc})
         field->installEventFilter(this);

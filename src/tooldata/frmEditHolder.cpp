@@ -15,7 +15,7 @@ frmEditHolder::frmEditHolder(std::shared_ptr<host::Application> application, con
 {
     ui_->setupUi(this);
     Attach(HolderControls::Of(*ui_));
-    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdOK_Click(); }); });
+    ConnectHandler(this, ui_->cmdOK, &QPushButton::clicked, &frmEditHolder::cmdOK_Click);
     Form_Load(holderName);
 }
 

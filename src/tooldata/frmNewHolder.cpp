@@ -11,7 +11,7 @@ frmNewHolder::frmNewHolder(std::shared_ptr<host::Application> application, const
 {
     ui_->setupUi(this);
     Attach(HolderControls::Of(*ui_));
-    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdOK_Click(); }); });
+    ConnectHandler(this, ui_->cmdOK, &QPushButton::clicked, &frmNewHolder::cmdOK_Click);
     Form_Load();
 }
 

@@ -142,16 +142,16 @@ frmToolData::frmToolData(std::shared_ptr<host::Application> application, QWidget
     for (auto* button : findChildren<QPushButton*>())
         button->setAutoDefault(false);
 
-    connect(ui_->cmbMachineName, &QComboBox::activated, this, [this] { RunControlHandler([this] { cmbMachineName_Click(); }); });
-    connect(ui_->cmbHolders, &QComboBox::activated, this, [this] { RunControlHandler([this] { cmbHolders_Click(); }); });
-    connect(ui_->cmdNew, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdNew_Click(); }); });
-    connect(ui_->cmdEdit, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdEdit_Click(); }); });
-    connect(ui_->cmdDelete, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdDelete_Click(); }); });
-    connect(ui_->cmdSetData, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdSetData_Click(); }); });
-    connect(ui_->cmdExit, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdExit_Click(); }); });
-    connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] { RunControlHandler([this] { cmdHelp_Click(); }); });
-    connect(renumber_, &QAction::triggered, this, [this] { RunControlHandler([this] { Renumber_Click(); }); });
-    connect(sort_, &QAction::triggered, this, [this] { RunControlHandler([this] { Sort_Click(); }); });
+    ConnectHandler(this, ui_->cmbMachineName, &QComboBox::activated, &frmToolData::cmbMachineName_Click);
+    ConnectHandler(this, ui_->cmbHolders, &QComboBox::activated, &frmToolData::cmbHolders_Click);
+    ConnectHandler(this, ui_->cmdNew, &QPushButton::clicked, &frmToolData::cmdNew_Click);
+    ConnectHandler(this, ui_->cmdEdit, &QPushButton::clicked, &frmToolData::cmdEdit_Click);
+    ConnectHandler(this, ui_->cmdDelete, &QPushButton::clicked, &frmToolData::cmdDelete_Click);
+    ConnectHandler(this, ui_->cmdSetData, &QPushButton::clicked, &frmToolData::cmdSetData_Click);
+    ConnectHandler(this, ui_->cmdExit, &QPushButton::clicked, &frmToolData::cmdExit_Click);
+    ConnectHandler(this, ui_->cmdHelp, &QPushButton::clicked, &frmToolData::cmdHelp_Click);
+    ConnectHandler(this, renumber_, &QAction::triggered, &frmToolData::Renumber_Click);
+    ConnectHandler(this, sort_, &QAction::triggered, &frmToolData::Sort_Click);
     ui_->ToolGrid->viewport()->installEventFilter(this);
     ui_->ToolGrid->installEventFilter(this);
     ui_->EditBox->installEventFilter(this);
