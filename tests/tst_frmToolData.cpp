@@ -431,17 +431,19 @@ private slots:
     {
         QTest::addColumn<bool>("library");
         QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("message");
-        QTest::newRow("no holder") << false << "" << "Please select a holder before setting the tool data.";
-        QTest::newRow("tool Z not numeric") << true << "txtToolZShift"
+        QTest::newRow("no holder") << false << "" << "" << "Please select a holder before setting the tool data.";
+        QTest::newRow("tool Z not numeric") << true << "txtToolZShift" << "abc"
                                             << "Bad data entered for - Tool Z Shift\r\n\r\nPlease enter a numeric value";
-        QTest::newRow("tool Y empty") << true << "txtToolYShift"
+        QTest::newRow("tool Y empty") << true << "txtToolYShift" << ""
                                       << "Bad data entered for - Tool Y Shift\r\n\r\nPlease enter a numeric value";
     }
     void setDataRefusals()
     {
         QFETCH(bool, library);
         QFETCH(QString, field);
+        QFETCH(QString, typed);
         QFETCH(QString, message);
         ToolDataFixture f;
         if (library)
@@ -451,7 +453,7 @@ private slots:
         frmToolData form(f.application);
         form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
         if (!field.isEmpty())
-            setText(form, field.toLatin1().constData(), field.endsWith('Z') ? QStringLiteral("abc") : QString());
+            setText(form, field.toLatin1().constData(), typed);
         f.messages->Clear();
         form.cmdSetData_Click();
         QCOMPARE(f.messages->Messages().size(), 1);

@@ -282,22 +282,20 @@ void frmToolData::ReadHolders()
 
 void frmToolData::LoadHolderFile()
 {
-    ui_->cmbHolders->clear();
-    holders_.clear();
+    EmptyHolderList();
     if (!HolderFileExists(sToolDataFile_)) {
-        ClearHolderFields();
         MsgBox(Tr(QStringLiteral("The file - ")) + QDir::toNativeSeparators(sToolDataFile_)
                + Tr(QStringLiteral(" - is not installed! This is needed to set the tool holder shift data!")));
         return;
     }
     ReadHolders();
-    if (holders_.isEmpty())
-        ClearHolderFields();
     SelectHolder(0);
 }
 
-void frmToolData::ClearHolderFields()
+void frmToolData::EmptyHolderList()
 {
+    ui_->cmbHolders->clear();
+    holders_.clear();
     for (QLabel* field : {ui_->lblHolderDesc, ui_->txtHolderXShift, ui_->txtHolderYShift, ui_->txtHolderZShift,
                           ui_->lblHolderSpdlRot, ui_->lblGear1, ui_->lblGear2})
         field->clear();
@@ -352,9 +350,7 @@ void frmToolData::cmdDelete_Click()
         ReadHolders();
         SelectHolder(ui_->cmbHolders->count() > selected ? selected : 0);
     } else {
-        ui_->cmbHolders->clear();
-        holders_.clear();
-        ClearHolderFields();
+        EmptyHolderList();
     }
 }
 

@@ -83,7 +83,8 @@ private:
     // The holder file of the chosen machine: the missing-file message, or the
     // holders with the first one selected.
     void LoadHolderFile();
-    void ClearHolderFields();
+    // No holders: an empty list and table, and empty holder fields.
+    void EmptyHolderList();
     void OpenEditBox();
     void CommitEditBox();
     void SetBoldRow(int row);
