@@ -83,7 +83,6 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    const HolderControls& Controls() const { return c_; }
 
 private:
     std::shared_ptr<host::Application> application_;

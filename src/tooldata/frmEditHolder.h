@@ -26,8 +26,7 @@ public:
     void txtYShift_LostFocus();
     void txtZShift_LostFocus();
 
-    // The holders read when the dialog opened, and the position of the edited one.
-    const QList<HolderRecord>& Holders() const { return holders_; }
+    // The position in the file of the holder edited; -1 when none has its name.
     int EditedIndex() const { return edited_; }
 
 protected:
