@@ -345,6 +345,14 @@
         <translation>Bitte eine Halterbeschreibung eingeben.</translation>
     </message>
     <message>
+        <source>Please select a holder before setting the tool data.</source>
+        <translation>Bitte vor dem Setzen der Werkzeugdaten einen Halter auswählen.</translation>
+    </message>
+    <message>
+        <source>The holder is no longer in the holder file. Nothing has been changed.</source>
+        <translation>Der Halter ist nicht mehr in der Halterdatei. Es wurde nichts geändert.</translation>
+    </message>
+    <message>
         <extracomment>Numeric field validation</extracomment>
         <source>Bad data entered for -</source>
         <translation>Ungültige Eingabe für -</translation>

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "tooldata/HolderLibrary.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <optional>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace host {
+class Application;
+}
+
+namespace marelon {
+
+// The controls that New Holder and Edit Holder share, by their names.
+struct HolderControls {
+    QLabel* lblHolderName;
+    QLineEdit* txtHolderName;
+    QLabel* lblXShift;
+    QLineEdit* txtXShift;
+    QLabel* lblYShift;
+    QLineEdit* txtYShift;
+    QLabel* lblZShift;
+    QLineEdit* txtZShift;
+    QLabel* lblSpdlRot;
+    QRadioButton* opForward;
+    QRadioButton* opReverse;
+    QLabel* lblGear;
+    QLineEdit* txtGear1;
+    QLabel* lblTo;
+    QLineEdit* txtGear2;
+    QLabel* lblHolderDesc;
+    QLineEdit* txtHolderDesc;
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+    QPushButton* cmdHelp;
+
+    template <class Ui>
+    static HolderControls Of(Ui& ui)
+    {
+        return {ui.lblHolderName, ui.txtHolderName, ui.lblXShift, ui.txtXShift, ui.lblYShift,
+                ui.txtYShift,     ui.lblZShift,     ui.txtZShift, ui.lblSpdlRot, ui.opForward,
+                ui.opReverse,     ui.lblGear,       ui.txtGear1,  ui.lblTo,      ui.txtGear2,
+                ui.lblHolderDesc, ui.txtHolderDesc, ui.cmdOK,     ui.cmdCancel,  ui.cmdHelp};
+    }
+};
+
+// What New Holder and Edit Holder have in common: the holder file they
+// change, the captions, the OK checks and the buttons. Every text field
+// selects its whole text when it gets the focus.
+class HolderDialog : public QDialog {
+public:
+    ~HolderDialog() override;
+
+    const QString& HolderFile() const { return holderFile_; }
+
+    void cmdCancel_Click();
+    void cmdHelp_Click();
+
+protected:
+    HolderDialog(std::shared_ptr<host::Application> application, QString holderFile, QWidget* parent);
+
+    // Connects the buttons and the fields; called once the form is set up.
+    void Attach(const HolderControls& controls);
+    // The window title and every caption, translated.
+    void SetCaptions(const QString& title);
+
+    // The holder the fields describe, in inches, after the OK checks in their
+    // order; none, with the first failure shown, when a check fails.
+    std::optional<HolderRecord> CheckedHolder();
+
+    // The document's unit code (70 inches, 71 millimetres).
+    int DocumentUnits();
+
+    // A shift field has lost the focus (Edit Holder evaluates it).
+    virtual void ShiftField_LostFocus(QLineEdit& field);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+
+private:
+    std::shared_ptr<host::Application> application_;
+    QString holderFile_;
+    HolderControls c_{};
+};
+
+} // namespace marelon

@@ -1,0 +1,713 @@
+#include "ToolDataFixture.h"
+
+#include "addin/host/HostError.h"
+#include "addin/host/Tool.h"
+#include "addin/settings/MachineCodes.h"
+#include "addin/settings/SettingsStore.h"
+#include "addin/settings/cRegistry.h"
+#include "tooldata/frmEditHolder.h"
+#include "tooldata/frmNewHolder.h"
+#include "tooldata/frmToolData.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+#include <QFileInfo>
+
+using namespace marelon;
+
+namespace {
+
+const QString kL5 = QStringLiteral("L5-16-20 ToolHolders.txt");
+// Three holders: X/Z/Y in inches, rotation, gear ratio.
+const QByteArray kThreeHolders = "\"GTF5101\",\"Gang 1\",1.5,.5,.25,-1,1,2\r\n"
+                                 "\"GTF5102\",\"Gang 2\",0,1,0,0,1,0\r\n"
+                                 "\"GDB5101\",\"Back drill\",-.1,-1.6,0,1,2,3\r\n";
+
+template <class T>
+T* control(QWidget& form, const char* name)
+{
+    auto* widget = form.findChild<T*>(QString::fromLatin1(name));
+    if (!widget)
+        qFatal("no control %s", name);
+    return widget;
+}
+
+QString text(QWidget& form, const char* name)
+{
+    QWidget* widget = control<QWidget>(form, name);
+    if (auto* label = qobject_cast<QLabel*>(widget))
+        return label->text();
+    if (auto* line = qobject_cast<QLineEdit*>(widget))
+        return line->text();
+    if (auto* list = qobject_cast<QComboBox*>(widget))
+        return list->currentText();
+    return qobject_cast<QAbstractButton*>(widget)->text();
+}
+
+void setText(QWidget& form, const char* name, const QString& value)
+{
+    control<QLineEdit>(form, name)->setText(value);
+}
+
+QString cell(QWidget& form, int row, int column)
+{
+    auto* item = control<QTableWidget>(form, "ToolGrid")->item(row, column);
+    return item ? item->text() : QStringLiteral("<none>");
+}
+
+void setTovricVersion(int value)
+{
+    cRegistry registry;
+    registry.setClassKey(kHKeyLocalMachine);
+    registry.setSectionKey(kAddInKey);
+    registry.setValueKey(kTovricVersionValue);
+    registry.setValueType(kRegDword);
+    registry.setValue(value);
+}
+
+// Runs an action while the next modal dialog is open.
+template <class Dialog, class Act>
+void whenModal(Act act)
+{
+    QTimer::singleShot(0, [act] {
+        auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            qFatal("the expected dialog is not open");
+        act(*dialog);
+    });
+}
+
+} // namespace
+
+class tst_frmToolData : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
+
+    void machineSelection_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("setting"); // empty: none stored
+        QTest::addColumn<int>("tovric");
+        QTest::addColumn<QString>("machine");
+        QTest::newRow("document code 13") << "MARELON" << "13" << "" << 0 << "E2 25J-32";
+        QTest::newRow("document code 7") << "MARELON" << "7" << "12" << 0 << "L5 16-20";
+        QTest::newRow("document code empty") << "MARELON" << "" << "7" << 0 << "A20";
+        QTest::newRow("document code unknown") << "MARELON" << "99" << "" << 0 << "A20";
+        QTest::newRow("document code no number") << "MARELON" << "L5" << "" << 0 << "A20";
+        QTest::newRow("other maker: setting 7") << "OTHER" << "13" << "7" << 0 << "L5 16-20";
+        QTest::newRow("other maker: no setting") << "" << "13" << "" << 0 << "B12";
+        QTest::newRow("reduced list, code outside it") << "MARELON" << "15" << "" << 1 << "L4 25-32";
+        QTest::newRow("reduced list, code 14") << "MARELON" << "14" << "" << 1 << "L7 16-20";
+    }
+    void machineSelection()
+    {
+        QFETCH(QString, tag);
+        QFETCH(QString, code);
+        QFETCH(QString, setting);
+        QFETCH(int, tovric);
+        QFETCH(QString, machine);
+        ToolDataFixture f;
+        f.Setup().makerTag = tag;
+        f.Setup().machineCode = code;
+        if (!setting.isEmpty())
+            SaveSetting(kAppName, QStringLiteral("Data Page Settings"), QStringLiteral("Machine Name"), setting);
+        setTovricVersion(tovric);
+        const QString file = HolderFileName(machine);
+        f.WriteLibrary(file, kThreeHolders);
+
+        frmToolData form(f.application);
+        QCOMPARE(text(form, "cmbMachineName"), machine);
+        QCOMPARE(control<QComboBox>(form, "cmbMachineName")->count(), tovric ? 6 : 19);
+        QCOMPARE(form.ToolDataFile(), f.LibraryPath(file));
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->count(), 3);
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Gang 1")); // the first holder is shown
+        QVERIFY(f.messages->Messages().isEmpty());
+    }
+
+    void choosingAMachineLoadsItsLibrary()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        f.WriteLibrary(QStringLiteral("R6-04-07 ToolHolders.txt"), "\"R1\",\"Only\",0,0,0,-1,1,1\r\n");
+        frmToolData form(f.application);
+        auto* machines = control<QComboBox>(form, "cmbMachineName");
+        machines->setCurrentIndex(machines->findText(QStringLiteral("R6 04-07")));
+        emit machines->activated(machines->currentIndex());
+        QCOMPARE(form.HolderTable().size(), 1);
+        QCOMPARE(text(form, "cmbHolders"), QStringLiteral("R1"));
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Only"));
+    }
+
+    void missingLibrary()
+    {
+        ToolDataFixture f;
+        frmToolData form(f.application);
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.messages->Last().prompt, QStringLiteral("The file - ") + QDir::toNativeSeparators(f.LibraryPath(kL5))
+                                                + QStringLiteral(" - is not installed! This is needed to set the tool holder shift data!"));
+        QCOMPARE(f.messages->Last().buttons, host::MsgButtons::OK);
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->count(), 0);
+        QVERIFY(text(form, "txtHolderXShift").isEmpty());
+    }
+
+    void holderShownInDocumentUnits_data()
+    {
+        QTest::addColumn<int>("units");
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<int>("holder");
+        QTest::addColumn<QStringList>("shown"); // X, Z, Y, rotation, gear 1, gear 2
+        QTest::newRow("inches") << 70 << "en_US" << 0 << QStringList{"1.5", "0.5", "0.25", "Forward", "1", "2"};
+        QTest::newRow("millimetres") << 71 << "en_US" << 0 << QStringList{"38.1", "12.7", "6.35", "Forward", "1", "2"};
+        QTest::newRow("millimetres, German") << 71 << "de_DE" << 0 << QStringList{"38,1", "12,7", "6,35", "Forward", "1", "2"};
+        QTest::newRow("not applicable") << 70 << "en_US" << 1 << QStringList{"0", "1", "0", "N/A", "1", "0"};
+        QTest::newRow("reverse") << 70 << "de_DE" << 2 << QStringList{"-0,1", "-1,6", "0", "Reverse", "2", "3"};
+    }
+    void holderShownInDocumentUnits()
+    {
+        QFETCH(int, units);
+        QFETCH(QString, locale);
+        QFETCH(int, holder);
+        QFETCH(QStringList, shown);
+        QLocale::setDefault(QLocale(locale));
+        ToolDataFixture f(units);
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(holder);
+        form.cmbHolders_Click();
+        QCOMPARE((QStringList{text(form, "txtHolderXShift"), text(form, "txtHolderZShift"), text(form, "txtHolderYShift"),
+                              text(form, "lblHolderSpdlRot"), text(form, "lblGear1"), text(form, "lblGear2")}),
+                 shown);
+    }
+
+    void gridListsTheSortedTools()
+    {
+        ToolDataFixture f;
+        f.AddTool(5, 5);
+        f.AddTool(3, 3);
+        f.AddTool(3, 1)->toolId = QStringLiteral("DRILL");
+        auto operation = std::make_shared<feldra::OperationData>();
+        operation->technology->parameters.insert(QStringLiteral("ToolID"), {QStringLiteral("DRILL"), QString(), {}});
+        f.document->data.operations.append(operation);
+
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        QVERIFY(grid->isEnabled());
+        QCOMPARE(grid->columnCount(), 5);
+        QCOMPARE(grid->rowCount(), 4);
+        QCOMPARE((QStringList{cell(form, 0, 1), cell(form, 0, 2), cell(form, 0, 3)}), (QStringList{"T#", "O#", "Tool ID"}));
+        QCOMPARE((QStringList{cell(form, 1, 0), cell(form, 1, 1), cell(form, 1, 2), cell(form, 1, 3)}),
+                 (QStringList{"T", "03", "01", "DRILL"}));
+        QCOMPARE(cell(form, 3, 1), QStringLiteral("05"));
+        QVERIFY(!grid->item(1, 4)->data(Qt::DecorationRole).value<QPixmap>().isNull()); // used
+        QVERIFY(grid->item(2, 4)->data(Qt::DecorationRole).isNull());
+        QCOMPARE(grid->currentRow(), 1);
+        QVERIFY(!control<QPushButton>(form, "cmdSetData")->isEnabled());
+        QVERIFY(form.findChild<QLineEdit*>("EditBox")->isHidden());
+    }
+
+    void documentWithoutTools()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        QVERIFY(!grid->isEnabled());
+        QCOMPARE(grid->rowCount(), 1); // the header row only
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(2);
+        form.cmbHolders_Click();
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Back drill"));
+        form.cmdDelete_Click();
+        QCOMPARE(form.HolderTable().size(), 2);
+    }
+
+    void gridEditing_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<int>("offset");
+        QTest::addColumn<QString>("toolId");
+        QTest::newRow("tool number") << "en_US" << 1 << "5" << "05" << 5 << 3 << "Tool 3";
+        QTest::newRow("tool number rounds") << "de_DE" << 1 << "12,6" << "13" << 13 << 3 << "Tool 3";
+        QTest::newRow("tool number not numeric") << "en_US" << 1 << "x" << "03" << 3 << 3 << "Tool 3";
+        QTest::newRow("tool number too large") << "en_US" << 1 << "1e12" << "03" << 3 << 3 << "Tool 3";
+        QTest::newRow("offset") << "en_US" << 2 << "7" << "07" << 3 << 7 << "Tool 3";
+        QTest::newRow("offset not numeric") << "en_US" << 2 << "" << "03" << 3 << 3 << "Tool 3";
+        QTest::newRow("tool id") << "en_US" << 3 << "FACE" << "FACE" << 3 << 3 << "FACE";
+    }
+    void gridEditing()
+    {
+        QFETCH(QString, locale);
+        QFETCH(int, column);
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        QFETCH(int, number);
+        QFETCH(int, offset);
+        QFETCH(QString, toolId);
+        QLocale::setDefault(QLocale(locale));
+        ToolDataFixture f;
+        auto tool = f.AddTool(3, 3);
+        f.AddTool(9, 9);
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        grid->setCurrentCell(1, column);
+        QTest::keyClick(grid, Qt::Key_Return);
+        auto* box = control<QLineEdit>(form, "EditBox");
+        QVERIFY(box->isVisibleTo(&form));
+        QCOMPARE(box->text(), cell(form, 1, column));
+        box->setText(typed);
+        QTest::keyClick(box, Qt::Key_Return);
+
+        QVERIFY(box->isHidden());
+        QCOMPARE(cell(form, 1, column), shown);
+        QCOMPARE(tool->number, number);
+        QCOMPARE(tool->parameters.value(QStringLiteral("121")).value.toInt(), offset);
+        QCOMPARE(tool->toolId, toolId);
+        QCOMPARE(grid->currentColumn(), column + 1);
+        QCOMPARE(cell(form, 2, 1), QStringLiteral("09")); // the order stays until Sort
+    }
+
+    void editorOpensOverToolCellsOnly()
+    {
+        ToolDataFixture f;
+        auto tool = f.AddTool(3, 3);
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        auto* box = control<QLineEdit>(form, "EditBox");
+        grid->setCurrentCell(1, 4);
+        form.ToolGrid_DblClick();
+        QVERIFY(box->isHidden());
+        grid->setCurrentCell(1, 3);
+        form.ToolGrid_DblClick();
+        QVERIFY(!box->isHidden());
+        QCOMPARE(box->geometry(), grid->visualItemRect(grid->item(1, 3)));
+        form.EditBox_LostFocus(); // leaving the box does not commit
+        QVERIFY(box->isHidden());
+        QCOMPARE(tool->toolId, QStringLiteral("Tool 3"));
+
+        grid->setCurrentCell(1, 1);
+        QTest::keyClick(grid, Qt::Key_Delete);
+        QCOMPARE(cell(form, 1, 1), QString());
+        QCOMPARE(tool->number, 3);
+    }
+
+    void refusedToolIdShowsWhatTheToolHolds()
+    {
+        ToolDataFixture f;
+        f.AddTool(3, 3);
+        frmToolData form(f.application);
+        f.host.Faults().Fail(QStringLiteral("Tool.ToolID write"));
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        grid->setCurrentCell(1, 3);
+        form.ToolGrid_KeyDown(Qt::Key_Enter);
+        setText(form, "EditBox", QStringLiteral("NEW"));
+        form.EditBox_KeyDown(Qt::Key_Enter);
+        QCOMPARE(cell(form, 1, 3), QStringLiteral("Tool 3"));
+        QCOMPARE(grid->currentColumn(), 4);
+    }
+
+    void clickingAToolShowsIt()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto tool = f.AddTool(3, 3, 16);
+        tool->xShift = 0.25;
+        tool->zShift = -2;
+        tool->holderIndex = 2;
+        tool->spindleDirection = 1;
+        tool->mountCode = 10;
+        tool->centreOffset = 0.3;
+        tool->comment = QStringLiteral("Finishing\r\nsecond line");
+        frmToolData form(f.application);
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 2);
+
+        QCOMPARE(form.CurrentTool()->Number(), 3);
+        QVERIFY(control<QPushButton>(form, "cmdSetData")->isEnabled());
+        QVERIFY(control<QTableWidget>(form, "ToolGrid")->item(1, 1)->font().bold());
+        QCOMPARE(text(form, "txtFeldraXShift"), QStringLiteral("0.5"));
+        QCOMPARE(text(form, "txtFeldraZShift"), QStringLiteral("-2"));
+        QCOMPARE(text(form, "cmbHolders"), QStringLiteral("GDB5101"));
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Back drill"));
+        QCOMPARE(text(form, "lblFeldraSpdlRot"), QStringLiteral("Reverse"));
+        QCOMPARE((QStringList{text(form, "txtToolXShift"), text(form, "txtToolZShift"), text(form, "txtToolYShift")}),
+                 (QStringList{"0.6", "0", "0"}));
+        QCOMPARE(text(form, "lblToolComment"), QStringLiteral("Finishing"));
+    }
+
+    void aFailingStepIsSkipped()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto tool = f.AddTool(3, 3, 16);
+        tool->xShift = 1;
+        tool->comment = QStringLiteral("Rough");
+        frmToolData form(f.application);
+        f.host.Faults().Fail(QStringLiteral("Tool.ZShift"));
+        f.host.Faults().Fail(QStringLiteral("Tool.AsLatheToolKind16"));
+        setText(form, "txtToolXShift", QStringLiteral("9"));
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        QCOMPARE(text(form, "txtFeldraXShift"), QStringLiteral("2"));
+        QCOMPARE(text(form, "txtFeldraZShift"), QString());
+        QCOMPARE(text(form, "txtToolXShift"), QStringLiteral("9"));
+        QCOMPARE(text(form, "lblToolComment"), QStringLiteral("Rough"));
+    }
+
+    void setData_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<int>("documentUnits");
+        QTest::addColumn<int>("toolUnits");
+        QTest::addColumn<int>("holder");
+        QTest::addColumn<QStringList>("toolFields"); // X, Z, Y typed
+        QTest::addColumn<QStringList>("result");     // shown X, Z, Y
+        QTest::addColumn<QList<double>>("written");  // XShift, ZShift, YShift, gear ratio
+        QTest::addColumn<int>("direction");
+        // Holder 0: 1.5/0.5/0.25 in, forward, 1 to 2. Holder 1: 0/1/0, N/A, 1 to 0. Holder 2: -0.1/-1.6/0, reverse, 2 to 3.
+        QTest::newRow("same units") << "en_US" << 70 << 70 << 0 << QStringList{"2", "0", "0"}
+                                    << QStringList{"3.5", "0.5", "0.25"} << QList<double>{1.75, 0.5, 0.25, 2} << -1;
+        QTest::newRow("inch document, mm tool") << "en_US" << 70 << 71 << 1 << QStringList{"0", "0", "0"}
+                                                << QStringList{"0", "1", "0"} << QList<double>{0, 25.4, 0, 1} << 0;
+        QTest::newRow("mm document, inch tool") << "en_US" << 71 << 70 << 0 << QStringList{"-38.1", "0", "-6.35"}
+                                                << QStringList{"0", "12.7", "0"} << QList<double>{0, 0.5, 0, 2} << -1;
+        QTest::newRow("mm document, German") << "de_DE" << 71 << 71 << 2 << QStringList{"0,54", "1,6", "0,5"}
+                                             << QStringList{"-2", "-39,04", "0,5"} << QList<double>{-1, -39.04, 0.5, 1.5} << 1;
+    }
+    void setData()
+    {
+        QFETCH(QString, locale);
+        QFETCH(int, documentUnits);
+        QFETCH(int, toolUnits);
+        QFETCH(int, holder);
+        QFETCH(QStringList, toolFields);
+        QFETCH(QStringList, result);
+        QFETCH(QList<double>, written);
+        QFETCH(int, direction);
+        QLocale::setDefault(QLocale(locale));
+        ToolDataFixture f(documentUnits);
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto tool = f.AddTool(3, 3, 5);
+        tool->unitSystem = toolUnits;
+        tool->gearRatio = 1;
+        tool->comment = QStringLiteral("Keep me");
+        frmToolData form(f.application);
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(holder);
+        form.cmbHolders_Click();
+        setText(form, "txtToolXShift", toolFields[0]);
+        setText(form, "txtToolZShift", toolFields[1]);
+        setText(form, "txtToolYShift", toolFields[2]);
+        QTest::mouseClick(control<QPushButton>(form, "cmdSetData"), Qt::LeftButton);
+
+        QVERIFY(f.messages->Messages().isEmpty());
+        QCOMPARE((QStringList{text(form, "txtFeldraXShift"), text(form, "txtFeldraZShift"), text(form, "txtFeldraYShift")}),
+                 result);
+        QCOMPARE(tool->xShift, written[0]);
+        QCOMPARE(tool->zShift, written[1]);
+        QCOMPARE(tool->yShift, written[2]);
+        QCOMPARE(tool->gearRatio, written[3]);
+        QCOMPARE(tool->holderIndex, double(holder));
+        QCOMPARE(tool->spindleDirection, direction);
+        QCOMPARE(tool->comment, QStringLiteral("Keep me"));
+        QCOMPARE(tool->backSpindle, 0);
+        QVERIFY(!f.document->updateState);
+    }
+
+    void setDataRefusals_data()
+    {
+        QTest::addColumn<bool>("library");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no holder") << false << "" << "" << "Please select a holder before setting the tool data.";
+        QTest::newRow("tool Z not numeric") << true << "txtToolZShift" << "abc"
+                                            << "Bad data entered for - Tool Z Shift\r\n\r\nPlease enter a numeric value";
+        QTest::newRow("tool Y empty") << true << "txtToolYShift" << ""
+                                      << "Bad data entered for - Tool Y Shift\r\n\r\nPlease enter a numeric value";
+    }
+    void setDataRefusals()
+    {
+        QFETCH(bool, library);
+        QFETCH(QString, field);
+        QFETCH(QString, typed);
+        QFETCH(QString, message);
+        ToolDataFixture f;
+        if (library)
+            f.WriteLibrary(kL5, kThreeHolders);
+        auto tool = f.AddTool(3, 3, 5);
+        tool->xShift = 7;
+        frmToolData form(f.application);
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        if (!field.isEmpty())
+            setText(form, field.toLatin1().constData(), typed);
+        f.messages->Clear();
+        form.cmdSetData_Click();
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.messages->Last().prompt, message);
+        QCOMPARE(tool->xShift, 7.0);
+        QCOMPARE(tool->holderIndex, 0.0);
+        QCOMPARE(f.document->updateState, !library); // no holder: nothing is touched
+    }
+
+    void backSpindleChoice_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<int>("spindles");
+        QTest::addColumn<int>("turret");
+        QTest::addColumn<bool>("shownAtLoad");
+        QTest::addColumn<bool>("enabledAfterClick");
+        QTest::newRow("E2 16J, two spindles") << "3" << 2 << 1 << true << false;
+        QTest::newRow("M2-3 12-16, turret 2") << "10" << 2 << 2 << true << true;
+        QTest::newRow("M2-3 12-16, one spindle") << "10" << 1 << 2 << false << false;
+        QTest::newRow("L5 16-20, two spindles") << "7" << 2 << 2 << false << false;
+    }
+    void backSpindleChoice()
+    {
+        QFETCH(QString, code);
+        QFETCH(int, spindles);
+        QFETCH(int, turret);
+        QFETCH(bool, shownAtLoad);
+        QFETCH(bool, enabledAfterClick);
+        ToolDataFixture f;
+        f.Setup().machineCode = code;
+        f.AddSpindles(QStringList{"Main", "Sub"}.mid(0, spindles));
+        f.AddTool(3, 3)->turretNumber = turret;
+        frmToolData form(f.application);
+        auto* back = control<QRadioButton>(form, "Spindle_1");
+        QCOMPARE(back->isVisibleTo(&form), shownAtLoad);
+        QCOMPARE(form.BackSpindleChoice(), shownAtLoad);
+        if (shownAtLoad)
+            QCOMPARE(back->text(), QStringLiteral("Sub"));
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        QCOMPARE(back->isEnabled(), enabledAfterClick);
+        QCOMPARE(control<QRadioButton>(form, "Spindle_0")->isEnabled(), enabledAfterClick);
+    }
+
+    void backSpindleSubtractsTheTurretOffset()
+    {
+        ToolDataFixture f;
+        f.Setup().machineCode = QStringLiteral("10"); // M2-3 12-16
+        f.Setup().turrets[1]->zOffset = 0.75;
+        f.AddSpindles({"Main", "Sub"});
+        f.WriteLibrary(QStringLiteral("M2-3-12-16 ToolHolders.txt"), kThreeHolders);
+        auto tool = f.AddTool(3, 3, 5);
+        tool->turretNumber = 2;
+        frmToolData form(f.application);
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        QVERIFY(control<QRadioButton>(form, "Spindle_0")->isChecked());
+        control<QRadioButton>(form, "Spindle_1")->setChecked(true);
+        form.cmdSetData_Click();
+        QCOMPARE(tool->zShift, 0.5 - 0.75);
+        QCOMPARE(tool->backSpindle, 1);
+        control<QRadioButton>(form, "Spindle_0")->setChecked(true);
+        form.cmdSetData_Click();
+        QCOMPARE(tool->zShift, 0.5);
+        QCOMPARE(tool->backSpindle, 0);
+    }
+
+    void sortAndRenumber()
+    {
+        ToolDataFixture f;
+        auto onStation7 = f.AddTool(5, 5);
+        onStation7->stationIndex = 7;
+        auto unmounted = f.AddTool(3, 3);
+        unmounted->turretNumber = 0;
+        auto onBackTurret = f.AddTool(1, 1);
+        onBackTurret->turretNumber = 2;
+        onBackTurret->stationIndex = 2;
+        frmToolData form(f.application);
+        QCOMPARE((QStringList{cell(form, 1, 1), cell(form, 2, 1), cell(form, 3, 1)}), (QStringList{"01", "03", "05"}));
+
+        form.findChild<QAction*>(QStringLiteral("Renumber"))->trigger();
+        QCOMPARE(onStation7->number, 7);
+        QCOMPARE(onStation7->parameters.value(QStringLiteral("121")).value.toInt(), 7);
+        QCOMPARE(onBackTurret->number, 2);
+        QCOMPARE(unmounted->number, 3);
+        QCOMPARE(unmounted->parameters.value(QStringLiteral("121")).value.toInt(), 3);
+        QCOMPARE((QStringList{cell(form, 1, 1), cell(form, 2, 1), cell(form, 3, 1)}), (QStringList{"02", "03", "07"}));
+
+        unmounted->number = 50;
+        QCOMPARE(cell(form, 2, 1), QStringLiteral("03"));
+        form.findChild<QAction*>(QStringLiteral("Sort"))->trigger();
+        QCOMPARE((QStringList{cell(form, 1, 1), cell(form, 2, 1), cell(form, 3, 1)}), (QStringList{"02", "07", "50"}));
+    }
+
+    void renumberStopsAtAHostRefusal()
+    {
+        ToolDataFixture f;
+        auto tool = f.AddTool(5, 5);
+        frmToolData form(f.application);
+        f.host.Faults().Fail(QStringLiteral("Stations.Item"));
+        QVERIFY_THROWS_EXCEPTION(host::HostError, form.Renumber_Click());
+        QCOMPARE(tool->number, 5);
+        // Run from the menu, the failure ends the command and is shown.
+        form.findChild<QAction*>(QStringLiteral("Renumber"))->trigger();
+        QCOMPARE(f.messages->Last().icon, host::MsgIcon::Critical);
+    }
+
+    void rightButtonShowsTheContextMenu()
+    {
+        ToolDataFixture f;
+        f.AddTool(5, 5);
+        frmToolData form(f.application);
+        QVERIFY(!form.MnuContext()->isVisible());
+        form.ToolGrid_MouseUp(Qt::RightButton, 1, 1);
+        QVERIFY(form.MnuContext()->isVisible());
+        QCOMPARE(form.MnuContext()->actions().at(0)->text(), QStringLiteral("Renumber With Station Number"));
+        form.MnuContext()->hide();
+        QVERIFY(!form.CurrentTool());
+    }
+
+    void deleteHolder_data()
+    {
+        QTest::addColumn<int>("selected");
+        QTest::addColumn<QStringList>("left");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("first of three") << 0 << QStringList{"GTF5102", "GDB5101"} << "GTF5102";
+        QTest::newRow("middle of three") << 1 << QStringList{"GTF5101", "GDB5101"} << "GDB5101";
+        QTest::newRow("last of three") << 2 << QStringList{"GTF5101", "GTF5102"} << "GTF5101";
+    }
+    void deleteHolder()
+    {
+        QFETCH(int, selected);
+        QFETCH(QStringList, left);
+        QFETCH(QString, shown);
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        auto* holders = control<QComboBox>(form, "cmbHolders");
+        holders->setCurrentIndex(selected);
+        QTest::mouseClick(control<QPushButton>(form, "cmdDelete"), Qt::LeftButton);
+        QStringList names;
+        for (int i = 0; i < holders->count(); ++i)
+            names << holders->itemText(i);
+        QCOMPARE(names, left);
+        QCOMPARE(holders->currentText(), shown);
+        QCOMPARE(form.HolderTable().size(), 2);
+    }
+
+    void deletingTheOnlyHolderEmptiesFileAndFields()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, "\"A\",\"Only\",1,1,1,-1,1,1\r\n");
+        frmToolData form(f.application);
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Only"));
+        form.cmdDelete_Click();
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->count(), 0);
+        QCOMPARE(f.ReadLibrary(kL5), QByteArray());
+        for (const char* field : {"lblHolderDesc", "txtHolderXShift", "txtHolderZShift", "txtHolderYShift",
+                                  "lblHolderSpdlRot", "lblGear1", "lblGear2"})
+            QVERIFY2(text(form, field).isEmpty(), field);
+        form.cmdDelete_Click(); // nothing left: nothing happens
+        QCOMPARE(f.ReadLibrary(kL5), QByteArray());
+    }
+
+    void libraryVanishedBeforeDelete()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        QFile::remove(f.LibraryPath(kL5));
+        form.cmdDelete_Click();
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->count(), 0);
+        QVERIFY(text(form, "lblHolderDesc").isEmpty());
+    }
+
+    void newHolderIsSelectedAfterwards()
+    {
+        ToolDataFixture f(71);
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(1);
+        whenModal<frmNewHolder>([](frmNewHolder& dialog) {
+            QVERIFY(dialog.findChild<QRadioButton*>("opForward")->isChecked());
+            setText(dialog, "txtHolderName", QStringLiteral("GTF, new"));
+            setText(dialog, "txtHolderDesc", QStringLiteral("Added"));
+            setText(dialog, "txtXShift", QStringLiteral("25.4"));
+            QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+        });
+        form.cmdNew_Click();
+        QCOMPARE(text(form, "cmbHolders"), QStringLiteral("GTF, new"));
+        QCOMPARE(form.HolderTable().last().xShift, 1.0);
+        QCOMPARE(text(form, "txtHolderXShift"), QStringLiteral("25.4"));
+
+        whenModal<frmNewHolder>([](frmNewHolder& dialog) { dialog.cmdCancel_Click(); });
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(1);
+        form.cmdNew_Click();
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->currentIndex(), 1); // nothing added: as before
+    }
+
+    void editedHolderStaysSelected()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        frmToolData form(f.application);
+        control<QComboBox>(form, "cmbHolders")->setCurrentIndex(1);
+        whenModal<frmEditHolder>([](frmEditHolder& dialog) {
+            QCOMPARE(dialog.findChild<QLineEdit*>("txtHolderName")->text(), QStringLiteral("GTF5102"));
+            setText(dialog, "txtHolderDesc", QStringLiteral("Gang 2, changed"));
+            dialog.cmdOK_Click();
+        });
+        form.cmdEdit_Click();
+        QCOMPARE(control<QComboBox>(form, "cmbHolders")->currentIndex(), 1);
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Gang 2, changed"));
+    }
+
+    void helpTopics()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        f.host.App().installFolder = f.addIn.path() + QLatin1Char('/');
+        QDir(f.addIn.path()).mkpath(QStringLiteral("Help/1033"));
+        QFile(f.addIn.path() + QStringLiteral("/Help/1033/Marelon Help.chm")).open(QIODevice::WriteOnly);
+        frmToolData form(f.application);
+        QTest::mouseClick(control<QPushButton>(form, "cmdHelp"), Qt::LeftButton);
+        whenModal<frmNewHolder>([](frmNewHolder& dialog) {
+            dialog.cmdHelp_Click();
+            dialog.cmdCancel_Click();
+        });
+        form.cmdNew_Click();
+        QStringList topics;
+        for (const auto& request : f.host.Log().RequestsOf(QStringLiteral("Application.ShowHelpTopic")))
+            topics << QFileInfo(request.arguments.at(0)).fileName() + QLatin1Char('|') + request.arguments.at(1);
+        QCOMPARE(topics, (QStringList{"Marelon Help.chm|TooData.htm", "Marelon Help.chm|TooData.htm#Holder"}));
+    }
+
+    void captionsAreTranslated()
+    {
+        ToolDataFixture f;
+        f.AddTool(1, 1);
+        class Marking : public host::Localizer {
+            int LanguageCode() const override { return 1031; }
+            void setLanguageCode(int) override {}
+            void Initialise() override {}
+            QString Translate(const QString& english) const override { return QLatin1Char('<') + english + QLatin1Char('>'); }
+            void TranslateForm(QWidget*) const override {}
+        };
+        InstallUiServices(std::make_shared<Marking>(), f.messages);
+        frmToolData form(f.application);
+        QCOMPARE(form.windowTitle(), QStringLiteral("<Tool Data>"));
+        QCOMPARE(text(form, "cmdDelete"), QStringLiteral("<Del>"));
+        QCOMPARE(control<QGroupBox>(form, "fraToolSettings")->title(), QStringLiteral("<Tool Settings>"));
+        QCOMPARE(cell(form, 0, 3), QStringLiteral("<Tool ID>"));
+        QCOMPARE(cell(form, 0, 1), QStringLiteral("T#"));
+        QVERIFY(f.messages->Last().prompt.startsWith(QStringLiteral("<The file - >")));
+    }
+};
+
+QTEST_MAIN(tst_frmToolData)
+#include "tst_frmToolData.moc"
