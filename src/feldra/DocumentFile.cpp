@@ -20,18 +20,21 @@ void checkReferences(const DocumentData& document)
     QHash<int, qsizetype> operationAt;
     for (qsizetype i = 0; i < document.operations.size(); ++i) {
         const int id = document.operations[i]->id;
+        const JsonPlace operation(operations, i);
         if (operationAt.contains(id))
-            FailAt(JsonPlace(JsonPlace(operations, i), "id"),
+            FailAt(JsonPlace(operation, "id"),
                    QStringLiteral("the id %1 is already used by operations[%2]").arg(id).arg(operationAt[id]));
         operationAt.insert(id, i);
     }
     const JsonPlace syncs(root, "syncs");
     for (qsizetype i = 0; i < document.syncs.size(); ++i) {
-        const JsonPlace nodes(JsonPlace(syncs, i), "nodes");
+        const JsonPlace sync(syncs, i);
+        const JsonPlace nodes(sync, "nodes");
         for (qsizetype j = 0; j < qsizetype(document.syncs[i]->nodes.size()); ++j) {
             const int id = document.syncs[i]->nodes[std::size_t(j)].operationId;
+            const JsonPlace node(nodes, j);
             if (id != 0 && !operationAt.contains(id))
-                FailAt(JsonPlace(JsonPlace(nodes, j), "operationId"),
+                FailAt(JsonPlace(node, "operationId"),
                        QStringLiteral("no operation has the id %1").arg(id));
         }
     }

@@ -27,6 +27,8 @@ public:
     JsonPlace(const JsonPlace& parent, const char* field) : parent_(&parent), field_(field) {}
     JsonPlace(const JsonPlace& parent, QStringView member) : parent_(&parent), member_(member) {}
     JsonPlace(const JsonPlace& parent, qsizetype index) : parent_(&parent), index_(index) {}
+    // A place keeps its parent by reference: the parent must outlive it.
+    template <typename Step> JsonPlace(const JsonPlace&& parent, Step) = delete;
 
     QString Path() const;
 

@@ -38,8 +38,9 @@ void checkUniqueNumbers(const QList<std::shared_ptr<Item>>& items, const JsonPla
 {
     QSet<int> seen;
     for (qsizetype i = 0; i < items.size(); ++i) {
+        const JsonPlace item(at, i);
         if (seen.contains(items[i]->number))
-            FailAt(JsonPlace(JsonPlace(at, i), "number"),
+            FailAt(JsonPlace(item, "number"),
                    QStringLiteral("the number %1 is already used").arg(items[i]->number));
         seen.insert(items[i]->number);
     }
@@ -50,8 +51,10 @@ void checkKeys(const SetupFileData& file)
     const JsonPlace root;
     const JsonPlace turrets(root, "turrets");
     checkUniqueNumbers(file.turrets, turrets);
-    for (qsizetype i = 0; i < file.turrets.size(); ++i)
-        checkUniqueNumbers(file.turrets[i]->stations, JsonPlace(JsonPlace(turrets, i), "stations"));
+    for (qsizetype i = 0; i < file.turrets.size(); ++i) {
+        const JsonPlace turret(turrets, i);
+        checkUniqueNumbers(file.turrets[i]->stations, JsonPlace(turret, "stations"));
+    }
     checkUniqueNumbers(file.spindles, JsonPlace(root, "spindles"));
 }
 
