@@ -150,7 +150,7 @@ template <typename T> std::shared_ptr<T> make() { return std::make_shared<T>(); 
 
 void fillDocument(DocumentData& d)
 {
-    d.title = QStringLiteral("Bracket ä");
+    d.title = QStringLiteral("Bracket ä \"B\" \\ 1/2\t\x01\n€𝄞");
     d.machineType = 3;
     d.unitSystem = 70;
     d.activeWorkPlane = QStringLiteral("Back Face");
@@ -404,7 +404,7 @@ void tst_DocumentFile::unknownFieldsAreKept()
     QJsonObject json = exampleJson();
     const QJsonValue old = valueAt(json, path);
     QJsonObject record = old.isObject() ? old.toObject() : QJsonObject{{"value", old}, {"caption", "Offset"}};
-    record.insert(QStringLiteral("x-future"), QJsonObject{{"nested", QJsonArray{1.5, "two", QJsonValue::Null}}});
+    record.insert(QStringLiteral("x-future"), QJsonObject{{"nested", QJsonArray{1.5, "two", QJsonValue::Null, qint64(9007199254740993)}}});
     json = setAt(json, path, record).toObject();
 
     const DocumentData loaded = ReadDocument(text(json), QStringLiteral("unknown.fdoc"));
