@@ -1,3 +1,4 @@
+#include "JsonEdit.h"
 #include "feldra/DocumentFile.h"
 
 #include <QDir>
@@ -289,29 +290,7 @@ const Family kFamilies[] = {
     {"doubles JSON cannot hold as numbers", fillSpecialDoubles},
 };
 
-// ---- editing the JSON of a document at a path -------------------------------
-
-QJsonValue setAt(QJsonValue node, QStringList path, const QJsonValue& value)
-{
-    if (path.isEmpty())
-        return value;
-    const QString step = path.takeFirst();
-    if (node.isArray()) {
-        QJsonArray array = node.toArray();
-        array[step.toInt()] = setAt(array.at(step.toInt()), path, value);
-        return array;
-    }
-    QJsonObject object = node.toObject();
-    object[step] = setAt(object.value(step), path, value);
-    return object;
-}
-
-QJsonValue valueAt(QJsonValue node, const QStringList& path)
-{
-    for (const QString& step : path)
-        node = node.isArray() ? node.toArray().at(step.toInt()) : node.toObject().value(step);
-    return node;
-}
+// ---- files -------------------------------------------------------------------
 
 QJsonObject exampleJson()
 {
@@ -357,7 +336,6 @@ private slots:
     void badFilesNameTheFile();
     void failedSaveLeavesTheOldFile_data();
     void failedSaveLeavesTheOldFile();
-    void templatesAreKnownByExtension();
 
 private:
     QTemporaryDir dir_;
@@ -570,13 +548,6 @@ void tst_DocumentFile::failedSaveLeavesTheOldFile()
     QVERIFY2(reported.startsWith(problem), qPrintable(reported));
     QCOMPARE(readFile(dir.filePath(QStringLiteral("old.fdoc"))), old);
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::NoDotAndDotDot), QStringList{"old.fdoc"});
-}
-
-void tst_DocumentFile::templatesAreKnownByExtension()
-{
-    QVERIFY(IsTemplateFile(QStringLiteral("/parts/Swiss.fdt")));
-    QVERIFY(IsTemplateFile(QStringLiteral("C:/parts/SWISS.FDT")));
-    QVERIFY(!IsTemplateFile(QStringLiteral("/parts/fdt.fdoc")));
 }
 
 QTEST_GUILESS_MAIN(tst_DocumentFile)

@@ -1,3 +1,4 @@
+#include "JsonEdit.h"
 #include "feldra/SetupFile.h"
 
 #include <QFile>
@@ -48,21 +49,6 @@ QJsonObject setupJson()
     if (!file.open(QIODevice::ReadOnly))
         qFatal("the standard L5 setup is missing");
     return QJsonDocument::fromJson(file.readAll()).object();
-}
-
-QJsonValue setAt(QJsonValue node, QStringList path, const QJsonValue& value)
-{
-    if (path.isEmpty())
-        return value;
-    const QString step = path.takeFirst();
-    if (node.isArray()) {
-        QJsonArray array = node.toArray();
-        array[step.toInt()] = setAt(array.at(step.toInt()), path, value);
-        return array;
-    }
-    QJsonObject object = node.toObject();
-    object[step] = setAt(object.value(step), path, value);
-    return object;
 }
 
 QStringList names(const auto& items)

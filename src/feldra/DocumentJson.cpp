@@ -3,7 +3,8 @@
 namespace feldra {
 namespace {
 
-// The long form of a parameter is an object; so is the one form of a bare value.
+// A parameter's long form is an object {"value": ..., "caption": ...}; a bare
+// value is an object only in the {"number": "NaN"} form of a Variant double.
 bool isLongForm(const QJsonValue& value)
 {
     return value.isObject() && !IsNumberObject(value);
