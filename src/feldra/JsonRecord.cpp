@@ -267,7 +267,7 @@ void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Point3& target)
 {
     const QJsonArray array = ArrayAt(value, at);
     if (array.size() != 3)
-        FailAt(at, QStringLiteral("a point [x, y, z] expected, found %1 numbers").arg(array.size()));
+        FailAt(at, QStringLiteral("a point [x, y, z] expected, found %1 entries").arg(array.size()));
     FromJsonValue(array.at(0), JsonPlace(at, qsizetype(0)), target.x);
     FromJsonValue(array.at(1), JsonPlace(at, qsizetype(1)), target.y);
     FromJsonValue(array.at(2), JsonPlace(at, qsizetype(2)), target.z);
