@@ -495,7 +495,7 @@ void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing_data()
         [](LatheHost& h) { h.app->MainMenus()->Item(9)->Remove("Marelon Add-In Help"); },
         [](LatheHost& h) { return h.app->MainMenus()->Item(9)->Count(); }, "MenuControls.Remove");
     row(
-        "setup file without a reader", nothing, [](LatheHost& h) { setup(h)->LoadSetupFile("/tmp/x_Metric.EMS"); },
+        "missing setup file", nothing, [](LatheHost& h) { setup(h)->LoadSetupFile("/tmp/x_Metric.EMS"); },
         [](LatheHost& h) { return setup(h)->MachineSetupName(); }, "MachineSetup.LoadSetupFile");
 }
 
@@ -798,13 +798,10 @@ void tst_FeldraModel::servicesAreRequestedThroughTheHost()
     QCOMPARE(helpLocale->HelpLanguageNumber(1036), 1033);
     QCOMPARE(h.app->CreateLocalizer()->Translate("Tool Data"), QStringLiteral("Tool Data"));
 
-    h.host.Services().loadSetupFile = [](const QString& path, feldra::MachineSetupData& s) {
-        s.machineSetupName = path.section('/', -1);
-        s.setupEntries.clear();
-    };
-    setup(h)->LoadSetupFile("/data/MachineSetups/L20/Standard_Metric.EMS");
-    QCOMPARE(setup(h)->MachineSetupName(), QStringLiteral("Standard_Metric.EMS"));
-    QCOMPARE(setup(h)->SetupEntries()->Count(), 0);
+    const QString setupFile = QString::fromUtf8(MARELON_SOURCE_DIR "/data/MachineSetups/L5 16-20/Standard_Metric.EMS");
+    setup(h)->LoadSetupFile(setupFile);
+    QVERIFY(setup(h)->SetupEntries()->Count() > 0);
+    QVERIFY_THROWS_EXCEPTION(host::HostError, setup(h)->LoadSetupFile(setupFile + ".missing"));
 }
 
 void tst_FeldraModel::documentKeptAfterCloseStaysUsable()

@@ -26,9 +26,6 @@ struct HostServices {
     std::function<void(const QString& helpFile, const QString& topic)> showHelpTopic;
     std::function<void()> refreshView;
     std::function<void()> refreshCommandBars;
-    // Reads a machine setup file into a copy of the setup, which replaces the
-    // document's setup when it returns; without it LoadSetupFile fails.
-    std::function<void(const QString& path, MachineSetupData& setup)> loadSetupFile;
     // Lets the user pick an object: its key, or an empty text when the user
     // cancels. Without it the queued pick answers are used.
     std::function<QString(const QString& prompt, int filter)> pickObject;

@@ -11,6 +11,7 @@
 #include "addin/host/Stations.h"
 #include "addin/host/Turret.h"
 #include "addin/host/Turrets.h"
+#include "feldra/SetupFile.h"
 #include "feldra/Views.h"
 
 #include <type_traits>
@@ -259,12 +260,12 @@ public:
     void LoadSetupFile(const QString& path) override
     {
         guard("MachineSetup.LoadSetupFile");
-        const auto& load = ctx().services.loadSetupFile;
-        if (!load)
-            fail("MachineSetup.LoadSetupFile", QStringLiteral("This host reads no machine setup files."));
-        MachineSetupData loaded = setup();
-        load(path, loaded); // a file that fails to load leaves the setup as it was
-        setup() = loaded;
+        // A file that fails to load leaves the setup and the machine model as they were.
+        try {
+            feldra::LoadSetupFile(path, setup(), doc().data.simulation.machineModel);
+        } catch (const host::HostError& error) {
+            fail("MachineSetup.LoadSetupFile", QString::fromUtf8(error.what()));
+        }
     }
     std::shared_ptr<host::SetupEntries> SetupEntries() override
     {
