@@ -326,6 +326,11 @@ std::shared_ptr<host::HelpLocale> ApplicationView::CreateHelpLocale()
     return std::make_shared<HelpLocaleView>(ctx_, nullptr);
 }
 
+std::shared_ptr<host::MessageBoxService> ApplicationView::MessageBoxes()
+{
+    return get("Application.MessageBoxes", ctx().services.messageBoxes);
+}
+
 void ApplicationView::Advise(host::ApplicationEvents* sink)
 {
     guard("Application.Advise");
