@@ -106,8 +106,12 @@ void Release(std::shared_ptr<Source>& held, Sink* sink)
 
 Connect::~Connect()
 {
-    if (active())
+    if (released_)
+        return;
+    if (connected_)
         Shutdown();
+    else
+        ReleaseReferences(); // a connection that failed early: stop listening to the host
 }
 
 // ---- connection
