@@ -143,13 +143,15 @@ private slots:
     // enabled again whichever way it closes; the dialog stays loaded.
     void theDataPageCommandFollowsTheDialog_data()
     {
-        QTest::addColumn<bool>("closeBox");
-        QTest::newRow("Cancel") << false;
-        QTest::newRow("close box") << true;
+        QTest::addColumn<QString>("exit");
+        QTest::newRow("Cancel") << "Cancel";
+        QTest::newRow("close box") << "close box";
+        QTest::newRow("Escape") << "Escape";
+        QTest::newRow("Escape, caught by the dialog host") << "Escape active";
     }
     void theDataPageCommandFollowsTheDialog()
     {
-        QFETCH(bool, closeBox);
+        QFETCH(QString, exit);
         ConnectedHost fixture;
         fixture.Connect();
         fixture.host.Activate(fixture.Document(1, {}, 3));
@@ -166,8 +168,13 @@ private slots:
         QCOMPARE(heads->itemText(2), QStringLiteral("Head-3"));
         page->findChild<QTabWidget*>("MyTabs")->setCurrentIndex(2);
 
-        if (closeBox)
+        if (exit == QLatin1String("close box"))
             page->close();
+        else if (exit.startsWith(QLatin1String("Escape"))) {
+            if (exit.endsWith(QLatin1String("active")))
+                QApplication::setActiveWindow(page);
+            QTest::keyClick(page->focusWidget() ? page->focusWidget() : page.data(), Qt::Key_Escape);
+        }
         else
             QTest::mouseClick(page->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
         QVERIFY(page);

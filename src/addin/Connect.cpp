@@ -53,6 +53,17 @@ constexpr int kButtonType = 1;
 constexpr int kSeparatorEntry = 0;
 constexpr int kCommandEntry = 1;
 
+// The command table: each command's button, caption and tooltip (command 5
+// has no button, only its help-menu entry).
+const Placement kButtons[] = {
+    {1, Placement::MainBar, Placement::AfterSeparatorAtEnd, QStringLiteral("Tool Data"),
+     QStringLiteral("Sets tool shift and spindle rotation.")},
+    {2, Placement::MainBar, Placement::BeforeLastControl, QStringLiteral("Data Page"),
+     QStringLiteral("Generates data page settings for Marelon Swiss-style lathes.")},
+    {3, Placement::SecondaryBar, Placement::AtEnd, QStringLiteral("Masks"), QStringLiteral("Mask Graphic Objects")},
+    {4, Placement::MainBar, Placement::AtEnd, QStringLiteral("G-Code List"), QStringLiteral("Display Help about G codes")},
+};
+
 const QString kAddInHelpEntry = QStringLiteral("Marelon Add-In Help");
 const QString kGCodeHelpEntry = QStringLiteral("Marelon G-Code Help");
 
@@ -132,16 +143,7 @@ void Connect::OnConnection(std::shared_ptr<host::Application> Application, int, 
     // From here on a failing host call is skipped and the connection goes on.
     ContinueOnError([&] { mainBar_ = application_->CommandBars()->Item(kMainBar); });
     ContinueOnError([&] { secondaryBar_ = application_->CommandBars()->Item(kSecondaryBar); });
-    const Placement buttons[] = {
-        {1, Placement::MainBar, Placement::AfterSeparatorAtEnd, QStringLiteral("Tool Data"),
-         QStringLiteral("Sets tool shift and spindle rotation.")},
-        {2, Placement::MainBar, Placement::BeforeLastControl, QStringLiteral("Data Page"),
-         QStringLiteral("Generates data page settings for Marelon Swiss-style lathes.")},
-        {3, Placement::SecondaryBar, Placement::AtEnd, QStringLiteral("Masks"), QStringLiteral("Mask Graphic Objects")},
-        {4, Placement::MainBar, Placement::AtEnd, QStringLiteral("G-Code List"),
-         QStringLiteral("Display Help about G codes")},
-    };
-    for (const Placement& button : buttons)
+    for (const Placement& button : kButtons)
         PlaceButton(button);
     AddHelpEntries();
     LoadDataPage();

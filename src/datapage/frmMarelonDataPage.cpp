@@ -105,6 +105,15 @@ void frmMarelonDataPage::closeEvent(QCloseEvent* event)
     event->setAccepted(!cancel);
 }
 
+// Escape hides a modeless dialog through the dialog host, without a close:
+// once hidden and no longer hosted, the Data Page is closed as by Cancel.
+void frmMarelonDataPage::hideEvent(QHideEvent* event)
+{
+    if (!IsFormRegistered(this))
+        Flags().dataPageAvailable = true;
+    QDialog::hideEvent(event);
+}
+
 void frmMarelonDataPage::Unload()
 {
     bool cancel = false;

@@ -32,9 +32,12 @@ public:
 
     void cmdCancel_Click();
     void cmdHelp_Click();
+    // Escape: the same as Cancel.
+    void reject() override { cmdCancel_Click(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void Form_Load();
