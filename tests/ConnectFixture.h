@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostCaptions.h"
 #include "TempStores.h"
 #include "addin/Connect.h"
 #include "addin/host/HostError.h"
@@ -53,14 +54,6 @@ public:
         return document;
     }
 
-    // The captions of a command bar's controls or a menu's entries; "|" for a separator.
-    static QStringList Captions(const feldra::ControlList& controls)
-    {
-        QStringList captions;
-        for (const auto& control : controls)
-            captions.append(control->type == feldra::ControlData::Separator ? QStringLiteral("|") : control->caption);
-        return captions;
-    }
     QStringList BarCaptions(int bar) { return Captions(host.App().CommandBar(bar)->controls); }
     QStringList HelpMenu() { return Captions(host.App().Menu(9)->entries); }
 

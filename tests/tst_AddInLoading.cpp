@@ -1,4 +1,5 @@
 // The built Marelon module, loaded by the host through its add-in registry.
+#include "HostCaptions.h"
 #include "TempStores.h"
 #include "feldra/AddInLoader.h"
 #include "feldra/AddInRegistry.h"
@@ -15,14 +16,6 @@ using namespace feldra;
 namespace {
 
 const QString kProgId = QStringLiteral("Marelon.Connect");
-
-QStringList Captions(const ControlList& controls)
-{
-    QStringList captions;
-    for (const auto& control : controls)
-        captions.append(control->type == ControlData::Separator ? QStringLiteral("|") : control->caption);
-    return captions;
-}
 
 QWidget* VisibleWindow(const QString& objectName)
 {
