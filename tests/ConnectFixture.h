@@ -59,7 +59,7 @@ public:
 
     feldra::MessageBoxRecorder& Messages()
     {
-        return static_cast<feldra::MessageBoxRecorder&>(*host.Services().messageBoxes);
+        return static_cast<feldra::MessageBoxRecorder&>(*host.Services().messageBox);
     }
 
     // Creates an (empty) help file in the host's help folder of a language.

@@ -332,7 +332,7 @@ std::shared_ptr<host::HelpLocale> ApplicationView::CreateHelpLocale()
 
 std::shared_ptr<host::MessageBoxService> ApplicationView::MessageBoxes()
 {
-    return get("Application.MessageBoxes", ctx().services.messageBoxes);
+    return get("Application.MessageBoxes", ctx().services.messageBox);
 }
 
 void ApplicationView::Advise(host::ApplicationEvents* sink)
