@@ -45,6 +45,10 @@
         <translation>Marelon Add-In-Hilfe</translation>
     </message>
     <message>
+        <source>Orders the operations and rebuilds the main and back spindle synchronisations.</source>
+        <translation>Ordnet die Arbeitsgänge und erstellt die Synchronisationen von Haupt- und Gegenspindel neu.</translation>
+    </message>
+    <message>
         <source>Auto Sync</source>
         <translation>Auto-Sync</translation>
     </message>

@@ -62,8 +62,12 @@ public:
             fail("AddInCommands.RemoveCommand", QStringLiteral("No command with the handle %1.").arg(commandHandle));
         ctx().app.commands.removeIf([commandHandle](const CommandData& c) { return c.handle == commandHandle; });
         auto boundToIt = [commandHandle](const auto& control) { return control->commandHandle == commandHandle; };
-        for (const auto& bar : ctx().app.commandBars)
-            bar->controls.removeIf(boundToIt);
+        for (const auto& bar : ctx().app.commandBars) {
+            // A bar that loses buttons does not keep a separator at its end.
+            if (bar->controls.removeIf(boundToIt) > 0)
+                while (!bar->controls.isEmpty() && bar->controls.last()->type == ControlData::Separator)
+                    bar->controls.removeLast();
+        }
         for (const auto& menu : ctx().app.mainMenus)
             menu->entries.removeIf(boundToIt);
     }
@@ -225,6 +229,23 @@ private:
     std::shared_ptr<MenuData> data_;
 };
 
+// The host's message box as an add-in keeps it from its connection on: each
+// message goes to the service installed when it is shown (the window, or the
+// recorder of a test or macro).
+class MessageBoxView final : public host::MessageBoxService, public View {
+public:
+    using View::View;
+    host::MsgResult Show(const QString& prompt, host::MsgButtons buttons, host::MsgIcon icon,
+                         const QString& title) override
+    {
+        guard("MessageBox.Show");
+        const auto service = ctx().services.messageBox;
+        if (!service)
+            fail("MessageBox.Show", QStringLiteral("The host has no message box."));
+        return service->Show(prompt, buttons, icon, title);
+    }
+};
+
 class MainMenusView final : public host::MainMenus, public View {
 public:
     using View::View;
@@ -324,6 +345,12 @@ std::shared_ptr<host::HelpLocale> ApplicationView::CreateHelpLocale()
 {
     guard("Application.CreateHelpLocale");
     return std::make_shared<HelpLocaleView>(ctx_, nullptr);
+}
+
+std::shared_ptr<host::MessageBoxService> ApplicationView::MessageBoxes()
+{
+    guard("Application.MessageBoxes");
+    return std::make_shared<MessageBoxView>(ctx_, nullptr);
 }
 
 void ApplicationView::Advise(host::ApplicationEvents* sink)

@@ -8,6 +8,7 @@
 #include "feldra/EventSource.h"
 #include "feldra/FaultInjector.h"
 #include "feldra/HostLog.h"
+#include "feldra/MessageBoxRecorder.h"
 
 #include <QMap>
 #include <QStringList>
@@ -32,6 +33,9 @@ struct HostServices {
     QStringList pickAnswers;
     // Creates the localiser the add-in asks for; without it texts stay English.
     std::function<std::shared_ptr<host::Localizer>()> createLocalizer;
+    // The message box the add-ins show their messages in: a recorder unless
+    // the application installs a window of its own.
+    std::shared_ptr<host::MessageBoxService> messageBox = std::make_shared<MessageBoxRecorder>();
     QWidget* mainWindow = nullptr;
 };
 
