@@ -1,0 +1,143 @@
+#include "feldra/JsonFile.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace feldra {
+namespace {
+
+const QString kFormatKey = QStringLiteral("format");
+const QString kVersionKey = QStringLiteral("version");
+
+// "line 3, column 14 (offset 52)" for a byte offset into a text.
+QString position(const QByteArray& text, qsizetype offset)
+{
+    const QByteArrayView before = QByteArrayView(text).first(std::clamp<qsizetype>(offset, 0, text.size()));
+    const qsizetype line = before.count('\n') + 1;
+    const qsizetype column = before.size() - (before.lastIndexOf('\n') + 1) + 1;
+    return QStringLiteral("line %1, column %2 (offset %3)").arg(line).arg(column).arg(offset);
+}
+
+// The end of the array that opens at `open` when it holds only numbers,
+// true/false and null (nothing nested, no text); -1 otherwise.
+qsizetype endOfFlatArray(const QByteArray& text, qsizetype open)
+{
+    for (qsizetype i = open + 1; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == ']')
+            return i;
+        if (c == '[' || c == '{' || c == '"')
+            return -1;
+    }
+    return -1;
+}
+
+// Indented JSON with each flat array on one line ("[1, 0, -2.5]"), so that a
+// point reads as one.
+QByteArray compactFlatArrays(const QByteArray& text)
+{
+    QByteArray out;
+    out.reserve(text.size());
+    bool inText = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (inText) {
+            out += c;
+            if (c == '\\')
+                out += text[++i];
+            else if (c == '"')
+                inText = false;
+            continue;
+        }
+        inText = c == '"';
+        const qsizetype close = c == '[' ? endOfFlatArray(text, i) : -1;
+        if (close < 0) {
+            out += c;
+            continue;
+        }
+        const QList<QByteArray> items = text.mid(i + 1, close - i - 1).split(',');
+        out += '[';
+        for (qsizetype k = 0; k < items.size(); ++k) {
+            const QByteArray item = items[k].trimmed();
+            if (!item.isEmpty())
+                out += (k > 0 ? ", " : "") + item;
+        }
+        out += ']';
+        i = close;
+    }
+    return out;
+}
+
+} // namespace
+
+JsonFile::JsonFile(const QString& operation, const QString& path, const JsonFileFormat& format)
+    : operation_(operation), path_(path), format_(format)
+{
+}
+
+void JsonFile::Fail(const QString& place, const QString& problem) const
+{
+    throw DocumentError(operation_, path_, place, problem);
+}
+
+QByteArray JsonFile::Read() const
+{
+    QFile file(path_);
+    if (!file.open(QIODevice::ReadOnly))
+        Fail({}, QStringLiteral("cannot be opened: %1").arg(file.errorString()));
+    const QByteArray text = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        Fail({}, QStringLiteral("cannot be read: %1").arg(file.errorString()));
+    return text;
+}
+
+QJsonObject JsonFile::Parse(const QByteArray& text) const
+{
+    QJsonParseError error;
+    const QJsonDocument json = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError)
+        Fail(position(text, error.offset), error.errorString());
+    if (!json.isObject())
+        Fail({}, QStringLiteral("a JSON object expected, found an array"));
+    QJsonObject top = json.object();
+    checkFormat(top);
+    top.remove(kFormatKey);
+    top.remove(kVersionKey);
+    return top;
+}
+
+void JsonFile::checkFormat(const QJsonObject& top) const
+{
+    if (top.value(kFormatKey) != QJsonValue(QLatin1String(format_.marker)))
+        Fail(kFormatKey, QStringLiteral("\"%1\" expected: this is not %2")
+                             .arg(QLatin1String(format_.marker), QLatin1String(format_.what)));
+    const JsonPlace root;
+    int version = 0;
+    Check([&] { FromJsonValue(top.value(kVersionKey), JsonPlace(root, "version"), version); });
+    if (version != format_.version)
+        Fail(kVersionKey, QStringLiteral("version %1 is not supported (this Feldra reads version %2)")
+                              .arg(version)
+                              .arg(format_.version));
+}
+
+QByteArray JsonFile::Text(QJsonObject body) const
+{
+    body.insert(kFormatKey, QLatin1String(format_.marker));
+    body.insert(kVersionKey, format_.version);
+    return compactFlatArrays(QJsonDocument(body).toJson(QJsonDocument::Indented));
+}
+
+void JsonFile::Write(const QByteArray& text) const
+{
+    QSaveFile file(path_);
+    if (!file.open(QIODevice::WriteOnly))
+        Fail({}, QStringLiteral("cannot be written: %1").arg(file.errorString()));
+    if (file.write(text) != text.size() || !file.commit())
+        Fail({}, QStringLiteral("cannot be written: %1").arg(file.errorString()));
+}
+
+} // namespace feldra

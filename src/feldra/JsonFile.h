@@ -1,0 +1,54 @@
+#pragma once
+
+#include "feldra/DocumentError.h"
+#include "feldra/JsonRecord.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+
+namespace feldra {
+
+// The kind of a Feldra JSON file: its format marker, the schema version it is
+// written in, and what it is called in errors.
+struct JsonFileFormat {
+    const char* marker;
+    int version;
+    const char* what;
+};
+
+// One Feldra JSON file being read or written by one operation: a JSON object
+// with "format" and "version" beside the body. Every fault becomes a
+// DocumentError naming the operation, the file and the place.
+class JsonFile {
+public:
+    JsonFile(const QString& operation, const QString& path, const JsonFileFormat& format);
+
+    QByteArray Read() const;
+    // The body of the file's text: the top object without "format" and "version".
+    QJsonObject Parse(const QByteArray& text) const;
+    // The text of a body: indented, with "format" and "version".
+    QByteArray Text(QJsonObject body) const;
+    // Replaces the file only when the whole text is written: a failed write leaves the old file.
+    void Write(const QByteArray& text) const;
+
+    // Runs a step that reports its faults as JsonPlaceError, naming this file in them.
+    template <typename Step> void Check(Step step) const
+    {
+        try {
+            step();
+        } catch (const JsonPlaceError& error) {
+            Fail(error.place, error.problem);
+        }
+    }
+
+    [[noreturn]] void Fail(const QString& place, const QString& problem) const;
+
+private:
+    void checkFormat(const QJsonObject& top) const;
+
+    QString operation_;
+    QString path_;
+    JsonFileFormat format_;
+};
+
+} // namespace feldra
