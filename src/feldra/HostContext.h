@@ -3,6 +3,7 @@
 #include "addin/host/AddInCommandsEvents.h"
 #include "addin/host/ApplicationEvents.h"
 #include "addin/host/Localizer.h"
+#include "addin/host/MessageBoxService.h"
 #include "feldra/ApplicationData.h"
 #include "feldra/DocumentState.h"
 #include "feldra/EventSource.h"
@@ -35,6 +36,9 @@ struct HostServices {
     QStringList pickAnswers;
     // Creates the localiser the add-in asks for; without it texts stay English.
     std::function<std::shared_ptr<host::Localizer>()> createLocalizer;
+    // The message box the add-ins show their messages in: a window for a user,
+    // a recorder under the macro runner.
+    std::shared_ptr<host::MessageBoxService> messageBox;
     QWidget* mainWindow = nullptr;
 };
 
