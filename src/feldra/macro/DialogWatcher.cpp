@@ -47,7 +47,8 @@ bool DialogWatcher::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
         auto* form = static_cast<QWidget*>(watched);
-        const bool answerable = handlers_.contains(form->objectName()) || qobject_cast<QDialog*>(form);
+        const bool answerable = handlers_.contains(form->objectName()) || handlers_.contains(kAnyForm) ||
+                                qobject_cast<QDialog*>(form);
         if (form->isWindow() && form != mainWindow_ && answerable) {
             pending_.append(form);
             QMetaObject::invokeMethod(this, &DialogWatcher::Drain, Qt::QueuedConnection);
@@ -68,7 +69,7 @@ void DialogWatcher::Drain()
 void DialogWatcher::runOne(QWidget* form)
 {
     const QString name = form->objectName();
-    const QJSValue handler = handlers_.value(name);
+    const QJSValue handler = handlers_.value(name, handlers_.value(kAnyForm));
     if (handler.isCallable()) {
         QJSValue fn = handler;
         const QJSValue result = fn.call({wrap_(form)});

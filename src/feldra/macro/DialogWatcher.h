@@ -20,6 +20,8 @@ namespace feldra {
 class DialogWatcher : public QObject {
 public:
     using Wrap = std::function<QJSValue(QWidget*)>;
+    // The handler of every form that has none of its own.
+    static inline const QString kAnyForm = QStringLiteral("*");
 
     DialogWatcher(Wrap wrap, QWidget* mainWindow);
     ~DialogWatcher() override;

@@ -87,6 +87,8 @@ auto MacroApi::call(Action action) -> decltype(action())
 void MacroApi::after()
 {
     window_.RefreshAll();
+    // No event loop runs between macro steps: layouts and queued work happen here.
+    QCoreApplication::sendPostedEvents();
     dialogs_.Drain();
     const QString error = dialogs_.TakeError();
     if (!error.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "feldra/macro/MacroControl.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
@@ -12,6 +13,7 @@ namespace feldra {
 
 QString GrabToPng(QWidget* widget, const QString& path)
 {
+    QCoreApplication::sendPostedEvents(); // pending layouts, outside an event loop
     const QFileInfo file(path);
     if (!QDir().mkpath(file.absolutePath()) || !widget->grab().save(file.absoluteFilePath(), "PNG"))
         return {};
