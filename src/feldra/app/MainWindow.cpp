@@ -176,7 +176,7 @@ void MainWindow::buildMenus()
             save->setEnabled(host_.ActiveDocument() != nullptr);
             close->setEnabled(host_.ActiveDocument() != nullptr);
             menu->addSeparator();
-            menu->addAction(t("Quit"), this, &QWidget::close);
+            menu->addAction(t("Exit"), this, &QWidget::close);
         }
         if (data->number == 3) {
             QMenu* languages = menu->addMenu(t("Language"));
