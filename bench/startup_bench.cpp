@@ -3,7 +3,7 @@
 // to the window shown, offscreen; once empty and once on the example part.
 #include "feldra/Host.h"
 #include "feldra/HostActions.h"
-#include "feldra/app/AddIns.h"
+#include "feldra/AddInLoader.h"
 #include "feldra/app/MainWindow.h"
 
 #include <QApplication>
@@ -14,10 +14,14 @@ namespace {
 
 void startup(benchmark::State& state, const QString& document)
 {
+    int connected = 0;
     for (auto _ : state) {
         auto host = std::make_unique<feldra::Host>();
-        feldra::AddIns::LoadRegistered(*host);
         auto window = std::make_unique<feldra::MainWindow>(*host);
+        auto addIns = std::make_unique<feldra::AddInLoader>(*host);
+        connected = addIns->LoadRegisteredAddIns();
+        addIns->StartupComplete();
+        window->RefreshAll();
         if (!document.isEmpty())
             window->OpenDocument(document);
         window->show();
@@ -25,12 +29,13 @@ void startup(benchmark::State& state, const QString& document)
 
         state.PauseTiming();
         host->Quit();
+        addIns.reset();
         window.reset();
         host.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         state.ResumeTiming();
     }
-    state.counters["add-ins"] = feldra::AddIns::Available() ? 1 : 0;
+    state.counters["add-ins"] = connected;
 }
 
 } // namespace

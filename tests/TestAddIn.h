@@ -82,7 +82,7 @@ private:
         value->installEventFilter(this);
         QObject::connect(choice, &QComboBox::activated, [choice, chosen](int) { chosen->setText(choice->currentText()); });
         QObject::connect(ok, &QPushButton::clicked, [this, value, &dialog] {
-            const auto answer = host_.Services().messageBox->Show("Keep " + value->text() + "?", host::MsgButtons::YesNo,
+            const auto answer = app_->MessageBoxes()->Show("Keep " + value->text() + "?", host::MsgButtons::YesNo,
                                                                   host::MsgIcon::Question, "Test");
             if (answer == host::MsgResult::Yes) {
                 app_->ActiveDocument()->MachineSetup()->setParam814(value->text().toDouble());

@@ -45,6 +45,10 @@
         <translation>Marelon Add-In-Hilfe</translation>
     </message>
     <message>
+        <source>Tool Data is not available in this build.</source>
+        <translation>Werkzeugdaten sind in dieser Version nicht verfügbar.</translation>
+    </message>
+    <message>
         <source>Auto Sync</source>
         <translation>Auto-Sync</translation>
     </message>

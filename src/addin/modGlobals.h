@@ -1,6 +1,11 @@
 #pragma once
 
+#include <QPointer>
+#include <QString>
+
 namespace marelon {
+
+class frmMarelonDataPage;
 
 // The add-in's process-wide flags.
 struct ProcessFlags {
@@ -14,5 +19,16 @@ struct ProcessFlags {
 };
 
 ProcessFlags& Flags();
+
+// The host's installation folder, ending with a path separator (kept at connection).
+QString& HostInstallFolder();
+
+// The one Data Page dialog: created and loaded hidden at connection, unloaded
+// at shutdown (then null).
+QPointer<frmMarelonDataPage>& DataPageInstance();
+
+// Prepares the Data Page for the active document, shows it modeless beside the
+// host and clears the data page available flag. Returns at once.
+void ShowDataPage();
 
 } // namespace marelon

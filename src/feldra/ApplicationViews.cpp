@@ -62,8 +62,12 @@ public:
             fail("AddInCommands.RemoveCommand", QStringLiteral("No command with the handle %1.").arg(commandHandle));
         ctx().app.commands.removeIf([commandHandle](const CommandData& c) { return c.handle == commandHandle; });
         auto boundToIt = [commandHandle](const auto& control) { return control->commandHandle == commandHandle; };
-        for (const auto& bar : ctx().app.commandBars)
-            bar->controls.removeIf(boundToIt);
+        for (const auto& bar : ctx().app.commandBars) {
+            // A bar that loses buttons does not keep a separator at its end.
+            if (bar->controls.removeIf(boundToIt) > 0)
+                while (!bar->controls.isEmpty() && bar->controls.last()->type == ControlData::Separator)
+                    bar->controls.removeLast();
+        }
         for (const auto& menu : ctx().app.mainMenus)
             menu->entries.removeIf(boundToIt);
     }
@@ -324,6 +328,11 @@ std::shared_ptr<host::HelpLocale> ApplicationView::CreateHelpLocale()
 {
     guard("Application.CreateHelpLocale");
     return std::make_shared<HelpLocaleView>(ctx_, nullptr);
+}
+
+std::shared_ptr<host::MessageBoxService> ApplicationView::MessageBoxes()
+{
+    return get("Application.MessageBoxes", ctx().services.messageBoxes);
 }
 
 void ApplicationView::Advise(host::ApplicationEvents* sink)

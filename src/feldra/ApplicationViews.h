@@ -30,6 +30,7 @@ public:
     std::shared_ptr<host::GeometryUtility> GeometryUtility() override;
     std::shared_ptr<host::Localizer> CreateLocalizer() override;
     std::shared_ptr<host::HelpLocale> CreateHelpLocale() override;
+    std::shared_ptr<host::MessageBoxService> MessageBoxes() override;
     void Advise(host::ApplicationEvents* sink) override;
     void Unadvise(host::ApplicationEvents* sink) override;
 

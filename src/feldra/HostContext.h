@@ -3,12 +3,12 @@
 #include "addin/host/AddInCommandsEvents.h"
 #include "addin/host/ApplicationEvents.h"
 #include "addin/host/Localizer.h"
-#include "addin/host/MessageBoxService.h"
 #include "feldra/ApplicationData.h"
 #include "feldra/DocumentState.h"
 #include "feldra/EventSource.h"
 #include "feldra/FaultInjector.h"
 #include "feldra/HostLog.h"
+#include "feldra/MessageBoxRecorder.h"
 
 #include <QMap>
 #include <QStringList>
@@ -36,9 +36,9 @@ struct HostServices {
     QStringList pickAnswers;
     // Creates the localiser the add-in asks for; without it texts stay English.
     std::function<std::shared_ptr<host::Localizer>()> createLocalizer;
-    // The message box the add-ins show their messages in: a window for a user,
-    // a recorder under the macro runner.
-    std::shared_ptr<host::MessageBoxService> messageBox;
+    // The message box the add-ins show their messages in: a recorder unless
+    // the application installs a window of its own.
+    std::shared_ptr<host::MessageBoxService> messageBoxes = std::make_shared<MessageBoxRecorder>();
     QWidget* mainWindow = nullptr;
 };
 

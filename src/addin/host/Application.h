@@ -41,6 +41,8 @@ public:
     // The host's localisation object and help locale, as the add-in creates them.
     virtual std::shared_ptr<host::Localizer> CreateLocalizer() = 0;
     virtual std::shared_ptr<host::HelpLocale> CreateHelpLocale() = 0;
+    // The host's message box: every message the add-in shows goes through it.
+    virtual std::shared_ptr<host::MessageBoxService> MessageBoxes() = 0;
     virtual void Advise(host::ApplicationEvents* sink) = 0;
     virtual void Unadvise(host::ApplicationEvents* sink) = 0;
 };

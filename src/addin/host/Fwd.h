@@ -28,6 +28,7 @@ class GeometryList;
 class GeometryUtility;
 class GraphicObject;
 class HelpLocale;
+class IDTExtensibility2;
 class LatheToolKind16;
 class LatheToolKind17;
 class LatheToolKind18;

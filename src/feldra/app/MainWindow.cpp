@@ -92,7 +92,7 @@ MainWindow::~MainWindow()
 void MainWindow::InstallInteractiveServices()
 {
     HostServices& services = host_.Services();
-    services.messageBox = std::make_shared<QtMessageBoxService>(this);
+    services.messageBoxes = std::make_shared<QtMessageBoxService>(this);
     services.pickObject = [this](const QString& prompt, int) {
         const auto& document = host_.ActiveDocument();
         return document ? PickDialog::Pick(document->data, prompt, this) : QString();

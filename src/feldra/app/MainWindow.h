@@ -32,6 +32,8 @@ public:
     ~MainWindow() override;
 
     // The services a user needs: message boxes and object picks in dialogs.
+    // Install them before the add-ins connect: an add-in keeps the message box
+    // service it finds at its connection.
     void InstallInteractiveServices();
 
     // Rebuilds toolbars and menus from the application's command bars and menus,

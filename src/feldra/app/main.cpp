@@ -1,17 +1,36 @@
-#include "addin/host/HostError.h"
+#include "feldra/AddInLoader.h"
+#include "feldra/AddInRegistry.h"
 #include "feldra/Host.h"
-#include "feldra/app/AddIns.h"
 #include "feldra/app/MainWindow.h"
 #include "feldra/macro/MacroRunner.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 #include <QTextStream>
+#include <memory>
 
-// feldra [DOCUMENT]                      the application, optionally on a document
-// feldra --register-addin PATH [--prog-id ID]   registers an add-in module
-// feldra --macro FILE.js [DOCUMENT]      runs a macro headless
+namespace {
+
+// Registers an add-in module; its ProgID is "<module name>.Connect" unless given.
+int RegisterModule(const QString& modulePath, QString progId)
+{
+    if (progId.isEmpty())
+        progId = QFileInfo(modulePath).baseName() + QStringLiteral(".Connect");
+    if (!QFileInfo::exists(modulePath) || !feldra::RegisterAddIn(progId, QFileInfo(modulePath).absoluteFilePath())) {
+        QTextStream(stderr) << "feldra: cannot register " << modulePath << " as " << progId << Qt::endl;
+        return 1;
+    }
+    QTextStream(stdout) << "Registered " << QFileInfo(modulePath).absoluteFilePath() << " as " << progId << Qt::endl;
+    return 0;
+}
+
+} // namespace
+
+// feldra [DOCUMENT]                              the application, optionally on a document
+// feldra --register-addin PATH [--prog-id ID]    registers an add-in module
+// feldra --macro FILE.js [DOCUMENT]              runs a macro headless
 int main(int argc, char* argv[])
 {
     for (int i = 1; i < argc; ++i)
@@ -30,43 +49,40 @@ int main(int argc, char* argv[])
     parser.addOptions({registerAddIn, progId, macro});
     parser.addPositionalArgument("DOCUMENT", "A document to open (*.fdoc).", "[DOCUMENT]");
     parser.process(application);
+    if (parser.isSet(registerAddIn))
+        return RegisterModule(parser.value(registerAddIn), parser.value(progId));
     const QString document = parser.positionalArguments().value(0);
-    QTextStream err(stderr);
-
-    if (parser.isSet(registerAddIn)) {
-        const QString module = parser.value(registerAddIn);
-        const QString id = parser.isSet(progId) ? parser.value(progId) : feldra::AddIns::DefaultProgId(module);
-        try {
-            feldra::AddIns::Register(id, module);
-        } catch (const host::HostError& error) {
-            err << "feldra: " << error.Description() << Qt::endl;
-            return 1;
-        }
-        QTextStream(stdout) << "Registered " << QDir::toNativeSeparators(module) << " as " << id << Qt::endl;
-        return 0;
-    }
 
     feldra::Host host;
     host.App().installFolder = QDir::toNativeSeparators(QApplication::applicationDirPath() + '/');
     feldra::MainWindow window(host);
     window.SetLanguage(feldra::MainWindow::StoredLanguage());
-    feldra::AddIns::LoadRegistered(host);
+    // The services the add-ins keep come first: a macro's recorder or the user's windows.
+    std::unique_ptr<feldra::MacroRunner> runner;
+    if (parser.isSet(macro))
+        runner = std::make_unique<feldra::MacroRunner>(host, window);
+    else
+        window.InstallInteractiveServices();
+    feldra::AddInLoader addIns(host);
+    addIns.LoadRegisteredAddIns();
+    addIns.StartupComplete();
     window.RefreshAll();
 
-    if (parser.isSet(macro)) {
-        feldra::MacroRunner runner(host, window);
+    int exitCode = 0;
+    if (runner) {
         window.show();
         QString error;
-        const int exitCode = runner.Run(parser.value(macro), document, error);
-        host.Quit();
+        exitCode = runner->Run(parser.value(macro), document, error);
         if (exitCode != 0)
-            err << "feldra: " << error << Qt::endl;
-        return exitCode;
+            QTextStream(stderr) << "feldra: " << error << Qt::endl;
+        host.Quit();
+    } else {
+        if (!document.isEmpty())
+            window.OpenDocument(document);
+        window.show();
+        exitCode = application.exec(); // closing the window raises BeforeQuit
     }
-
-    window.InstallInteractiveServices();
-    if (!document.isEmpty())
-        window.OpenDocument(document);
-    window.show();
-    return application.exec();
+    addIns.BeginShutdown();
+    addIns.UnloadAll();
+    return exitCode;
 }

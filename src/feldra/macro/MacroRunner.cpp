@@ -60,7 +60,7 @@ MacroRunner::MacroRunner(Host& host, MainWindow& window)
     dialogs_ = std::make_unique<DialogWatcher>(
         [this](QWidget* form) { return engine_.newQObject(new MacroDialog(form)); }, &window);
     api_ = std::make_unique<MacroApi>(engine_, host, window, *messages_, *dialogs_);
-    host_.Services().messageBox = messages_;
+    host_.Services().messageBoxes = messages_;
     host_.Services().pickObject = nullptr;
     engine_.installExtensions(QJSEngine::ConsoleExtension);
     QJSValue api = engine_.newQObject(api_.get());
@@ -69,11 +69,7 @@ MacroRunner::MacroRunner(Host& host, MainWindow& window)
     engine_.evaluate(QString::fromUtf8(kPrelude), QStringLiteral("prelude"));
 }
 
-MacroRunner::~MacroRunner()
-{
-    if (host_.Services().messageBox == messages_)
-        host_.Services().messageBox = nullptr;
-}
+MacroRunner::~MacroRunner() = default;
 
 int MacroRunner::Run(const QString& scriptPath, const QString& documentPath, QString& error)
 {

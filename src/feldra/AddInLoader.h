@@ -1,0 +1,61 @@
+#pragma once
+
+#include "addin/host/IDTExtensibility2.h"
+#include "feldra/AddInRegistry.h"
+
+#include <QLibrary>
+#include <QList>
+#include <QString>
+#include <memory>
+
+namespace feldra {
+
+class Host;
+
+// Loads add-in modules into the host and connects them: the module's exported
+// factory creates the add-in for its ProgID, which then receives the
+// application as the host shows it to that add-in. A module that cannot be
+// loaded, has no factory, does not create the ProgID or fails to connect is
+// recorded in the host log (callback "IDTExtensibility2.OnConnection") and
+// left unloaded; the host goes on.
+class AddInLoader {
+public:
+    explicit AddInLoader(Host& host) : host_(host) {}
+    // Disconnects (host shutting down) and unloads whatever is still loaded.
+    ~AddInLoader();
+    AddInLoader(const AddInLoader&) = delete;
+    AddInLoader& operator=(const AddInLoader&) = delete;
+
+    bool Load(const QString& progId, const QString& modulePath, int connectMode = host::ext_cm_AfterStartup);
+    // Loads every add-in of the registry (connect mode: start-up); returns how many connected.
+    int LoadRegisteredAddIns(registry::RegistryBackend& registry);
+    int LoadRegisteredAddIns();
+
+    // Tells every loaded add-in that the host has finished starting, or begins to shut down.
+    void StartupComplete();
+    void BeginShutdown();
+
+    // Disconnects the add-in, deletes it and unloads its module; false when it is not loaded.
+    bool Unload(const QString& progId, int removeMode = host::ext_dm_UserClosed);
+    void UnloadAll(int removeMode = host::ext_dm_HostShutdown);
+
+    QStringList LoadedProgIds() const;
+    bool IsLoaded(const QString& progId) const;
+
+private:
+    struct LoadedAddIn {
+        QString progId;
+        std::unique_ptr<QLibrary> library;
+        std::unique_ptr<host::IDTExtensibility2> addIn;
+    };
+
+    // Runs a call into the add-in; a failure is recorded under the callback's name.
+    template <class Call>
+    bool CallAddIn(const QString& callback, Call call);
+    void Release(LoadedAddIn& loaded, int removeMode);
+
+    Host& host_;
+    QList<std::shared_ptr<LoadedAddIn>> loaded_;
+};
+
+} // namespace feldra

@@ -1,0 +1,152 @@
+// The built Marelon module, loaded by the host through its add-in registry.
+#include "HostCaptions.h"
+#include "TempStores.h"
+#include "feldra/AddInLoader.h"
+#include "feldra/AddInRegistry.h"
+#include "feldra/Host.h"
+#include "feldra/MessageBoxRecorder.h"
+#include "registry/FileRegistryHive.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTest>
+
+using namespace feldra;
+
+namespace {
+
+const QString kProgId = QStringLiteral("Marelon.Connect");
+
+QWidget* VisibleWindow(const QString& objectName)
+{
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == objectName && widget->isVisible())
+            return widget;
+    return nullptr;
+}
+
+} // namespace
+
+class tst_AddInLoading : public QObject {
+    Q_OBJECT
+
+    TempStores stores_;
+    registry::FileRegistryHive hive_{stores_.RegistryDir()};
+
+    // The handle of the add-in's command whose button carries the caption.
+    static int Handle(Host& host, const QString& caption)
+    {
+        for (const auto& bar : host.App().commandBars)
+            for (const auto& control : bar->controls)
+                if (control->caption == caption)
+                    return control->commandHandle;
+        return 0;
+    }
+
+private slots:
+    void registration()
+    {
+        QVERIFY(RegisterAddIn(kProgId, QStringLiteral(MARELON_MODULE), hive_));
+        const auto addIns = RegisteredAddIns(hive_);
+        QCOMPARE(addIns.size(), 1);
+        QCOMPARE(addIns.first().progId, kProgId);
+        QCOMPARE(addIns.first().modulePath, QStringLiteral(MARELON_MODULE));
+
+        // The add-in's own values under its key survive its unregistration.
+        const QString key = kAddInsKey + QStringLiteral("\\") + kProgId;
+        QVERIFY(hive_.SetValue(registry::kHKeyLocalMachine, key, "TovricVersion",
+                               registry::DwordValue(registry::kRegDword, 1)));
+        QVERIFY(UnregisterAddIn(kProgId, hive_));
+        QVERIFY(RegisteredAddIns(hive_).isEmpty());
+        QVERIFY(hive_.QueryValue(registry::kHKeyLocalMachine, key, "TovricVersion"));
+        QVERIFY(!UnregisterAddIn(kProgId, hive_));
+        hive_.DeleteValue(registry::kHKeyLocalMachine, key, "TovricVersion");
+        hive_.DeleteKey(registry::kHKeyLocalMachine, key);
+    }
+
+    void modulesThatCannotConnectAreRecorded_data()
+    {
+        QTest::addColumn<QString>("progId");
+        QTest::addColumn<QString>("module");
+        QTest::newRow("missing module") << kProgId << "no-such-module.so";
+        QTest::newRow("ProgID the module does not create") << "Marelon.Other" << MARELON_MODULE;
+    }
+    void modulesThatCannotConnectAreRecorded()
+    {
+        QFETCH(QString, progId);
+        QFETCH(QString, module);
+        Host host;
+        AddInLoader loader(host);
+        QVERIFY(!loader.Load(progId, module));
+        QVERIFY(loader.LoadedProgIds().isEmpty());
+        QCOMPARE(host.Log().FailedCallbacks().size(), 1);
+        QCOMPARE(host.Log().FailedCallbacks().first().callback, QStringLiteral("IDTExtensibility2.OnConnection"));
+    }
+
+    void aFailedConnectionLeavesTheHostAsItWas()
+    {
+        Host host;
+        host.Faults().Fail("AddInCommands.AddCommand");
+        AddInLoader loader(host);
+        QVERIFY(!loader.Load(kProgId, MARELON_MODULE));
+        QCOMPARE(host.Log().FailedCallbacks().first().operation, QStringLiteral("AddInCommands.AddCommand"));
+        host.Faults().HealAll();
+        host.Quit(); // no add-in left listening
+        host.OpenNewDocument(std::make_shared<DocumentState>());
+        QVERIFY(host.ActiveDocument()->data.workPlanes.isEmpty());
+    }
+
+    void aSessionWithTheAddIn()
+    {
+        QVERIFY(RegisterAddIn(kProgId, QStringLiteral(MARELON_MODULE), hive_));
+        Host host;
+        host.App().temporaryFolder = stores_.Path() + QStringLiteral("/temp/");
+        QDir().mkpath(host.App().temporaryFolder);
+        const QStringList hostBar = Captions(host.App().CommandBar(23)->controls);
+        const QStringList hostHelp = Captions(host.App().Menu(9)->entries);
+        AddInLoader loader(host);
+
+        for (int session = 1; session <= 2; ++session) {
+            QCOMPARE(loader.LoadRegisteredAddIns(hive_), 1);
+            loader.StartupComplete();
+            QCOMPARE(Captions(host.App().CommandBar(23)->controls),
+                     (QStringList{"Turret Setup", "Simulate", "Generate NC Code", "|", "Data Page", "Tool Data",
+                                  "G-Code List"}));
+            const QStringList help{"|", "Marelon Add-In Help", "Marelon G-Code Help"};
+            QCOMPARE(Captions(host.App().Menu(9)->entries), hostHelp + help);
+
+            // A new lathe document opens the Data Page and gets the lathe's work planes.
+            auto document = std::make_shared<DocumentState>();
+            document->data.machineSetup.heads.append(std::make_shared<NCHeadData>());
+            host.OpenNewDocument(document);
+            QVERIFY(VisibleWindow("frmMarelonDataPage"));
+            QCOMPARE(document->data.workPlanes.size(), 5);
+            QVERIFY(!host.CommandEnabled(Handle(host, "Data Page")));
+
+            host.InvokeCommand(Handle(host, "Masks"));
+            QCOMPARE(host.Log().RequestsOf("Application.SendKeys").size(), session);
+            host.InvokeCommand(Handle(host, "Tool Data"));
+            auto& messages = static_cast<MessageBoxRecorder&>(*host.Services().messageBoxes);
+            QCOMPARE(messages.Messages().size(), session);
+
+            QVERIFY(loader.Unload(kProgId));
+            QVERIFY(!VisibleWindow("frmMarelonDataPage"));
+            QCOMPARE(Captions(host.App().CommandBar(23)->controls), hostBar);
+            QCOMPARE(Captions(host.App().Menu(9)->entries), hostHelp);
+            QVERIFY(host.App().commands.isEmpty());
+        }
+
+        // Quitting releases the add-in; its disconnection afterwards finds nothing to do.
+        QCOMPARE(loader.LoadRegisteredAddIns(hive_), 1);
+        host.Quit();
+        QVERIFY(host.App().commands.isEmpty());
+        QCOMPARE(Captions(host.App().CommandBar(23)->controls), hostBar);
+        loader.UnloadAll();
+        QVERIFY(loader.LoadedProgIds().isEmpty());
+        QVERIFY(host.Log().FailedCallbacks().isEmpty());
+        QVERIFY(UnregisterAddIn(kProgId, hive_));
+    }
+};
+
+QTEST_MAIN(tst_AddInLoading)
+#include "tst_AddInLoading.moc"

@@ -1,0 +1,347 @@
+#include "ConnectFixture.h"
+
+#include "addin/frmWarning.h"
+#include "addin/modGlobals.h"
+#include "addin/settings/SettingsStore.h"
+#include "addin/ui/HelpAccess.h"
+#include "addin/ui/ModelessForm.h"
+#include "datapage/frmMarelonDataPage.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+
+using namespace marelon;
+
+namespace {
+
+frmWarning* VisibleWarning()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* warning = dynamic_cast<frmWarning*>(widget); warning && warning->isVisible())
+            return warning;
+    return nullptr;
+}
+
+feldra::Point3 Cross(const feldra::Point3& a, const feldra::Point3& b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+} // namespace
+
+class tst_ConnectEvents : public QObject {
+    Q_OBJECT
+
+private slots:
+    void commandEnabling_data()
+    {
+        QTest::addColumn<int>("machineType"); // 0: no document open
+        QTest::addColumn<bool>("dataPageAvailable");
+        QTest::addColumn<bool>("ownCookie");
+        QTest::addColumn<int>("id");
+        QTest::addColumn<bool>("proposed");
+        QTest::addColumn<bool>("enabled");
+
+        QTest::newRow("no document: tool data") << 0 << true << true << 1 << true << false;
+        QTest::newRow("no document: masks") << 0 << true << true << 3 << true << false;
+        QTest::newRow("no document: add-in help") << 0 << true << true << 5 << true << false;
+        QTest::newRow("lathe: tool data") << 1 << true << true << 1 << false << true;
+        QTest::newRow("lathe: data page closed") << 1 << true << true << 2 << false << true;
+        QTest::newRow("lathe: data page open") << 1 << false << true << 2 << true << false;
+        QTest::newRow("lathe: g-code help") << 1 << true << true << 4 << false << true;
+        QTest::newRow("lathe: masks as proposed") << 1 << true << true << 3 << false << false;
+        QTest::newRow("mill: tool data") << 2 << true << true << 1 << true << false;
+        QTest::newRow("mill: data page") << 2 << true << true << 2 << true << false;
+        QTest::newRow("mill: g-code help") << 2 << true << true << 4 << true << false;
+        QTest::newRow("mill: masks as proposed") << 2 << true << true << 3 << true << true;
+        QTest::newRow("mill: add-in help as proposed") << 2 << true << true << 5 << false << false;
+        QTest::newRow("unknown command as proposed") << 1 << true << true << 9 << true << true;
+        QTest::newRow("another add-in's cookie") << 0 << true << false << 1 << true << true;
+    }
+    void commandEnabling()
+    {
+        QFETCH(int, machineType);
+        QFETCH(bool, dataPageAvailable);
+        QFETCH(bool, ownCookie);
+        QFETCH(int, id);
+        QFETCH(bool, proposed);
+        QFETCH(bool, enabled);
+
+        ConnectedHost fixture;
+        fixture.Connect();
+        if (machineType)
+            fixture.host.Activate(fixture.Document(machineType));
+        Flags().dataPageAvailable = dataPageAvailable;
+        bool result = proposed;
+        bool checked = false;
+        fixture.addIn.AddIn_OnCommandUI(fixture.addIn.Cookie() + (ownCookie ? 0 : 1), id, result, checked);
+        QCOMPARE(result, enabled);
+        QVERIFY(!checked);
+    }
+
+    void helpAndMaskCommands_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("request");
+        QTest::addColumn<QStringList>("arguments");
+
+        QTest::newRow("masks") << 3 << "Application.SendKeys" << QStringList{"^m"};
+        QTest::newRow("g-code help") << 4 << "Application.ShowHelpTopic"
+                                     << QStringList{"Help/1033/G-Code Help.chm", ""};
+        QTest::newRow("add-in help") << 5 << "Application.ShowHelpTopic"
+                                     << QStringList{"Help/1033/Marelon Help.chm", "Index.htm"};
+    }
+    void helpAndMaskCommands()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, request);
+        QFETCH(QStringList, arguments);
+
+        ConnectedHost fixture;
+        fixture.AddHelpFile(marelon::kGCodeHelpFile);
+        fixture.AddHelpFile(marelon::kAddInHelpFile);
+        fixture.Connect();
+        fixture.host.Activate(fixture.Document());
+        QVERIFY(fixture.host.InvokeCommand(fixture.addIn.CommandHandle(id)));
+
+        const auto requests = fixture.host.Log().RequestsOf(request);
+        QCOMPARE(requests.size(), 1);
+        if (id != 3)
+            arguments[0].prepend(fixture.host.App().installFolder);
+        QCOMPARE(requests.first().arguments, arguments);
+        QVERIFY(fixture.host.Log().FailedCallbacks().isEmpty());
+    }
+
+    void toolDataSaysItIsNotAvailable()
+    {
+        ConnectedHost fixture;
+        fixture.Connect();
+        fixture.host.Activate(fixture.Document());
+        fixture.host.InvokeCommand(fixture.addIn.CommandHandle(1));
+        QCOMPARE(fixture.Messages().Messages().size(), 1);
+        QCOMPARE(fixture.Messages().Last().prompt, QStringLiteral("Tool Data is not available in this build."));
+        QCOMPARE(fixture.Messages().Last().icon, host::MsgIcon::Information);
+        QCOMPARE(fixture.host.Log().RequestsOf("Application.NotifyCommandStart").size(), 1);
+    }
+
+    void aCommandOfAnotherCookieDoesNothing()
+    {
+        ConnectedHost fixture;
+        fixture.Connect();
+        fixture.host.Activate(fixture.Document());
+        fixture.addIn.AddIn_OnCommand(fixture.addIn.Cookie() + 1, 3);
+        fixture.addIn.AddIn_OnCommand(fixture.addIn.Cookie() + 1, 2);
+        QVERIFY(fixture.host.Log().Requests().isEmpty());
+        QVERIFY(!DataPageInstance()->isVisible());
+    }
+
+    // The Data Page command is disabled while the Data Page is open and
+    // enabled again whichever way it closes; the dialog stays loaded.
+    void theDataPageCommandFollowsTheDialog_data()
+    {
+        QTest::addColumn<QString>("exit");
+        QTest::newRow("Cancel") << "Cancel";
+        QTest::newRow("close box") << "close box";
+        QTest::newRow("Escape") << "Escape";
+        QTest::newRow("Escape, caught by the dialog host") << "Escape active";
+    }
+    void theDataPageCommandFollowsTheDialog()
+    {
+        QFETCH(QString, exit);
+        ConnectedHost fixture;
+        fixture.Connect();
+        fixture.host.Activate(fixture.Document(1, {}, 3));
+        const int command = fixture.addIn.CommandHandle(2);
+        QVERIFY(fixture.host.CommandEnabled(command));
+
+        fixture.host.InvokeCommand(command);
+        QPointer<frmMarelonDataPage> page = DataPageInstance();
+        QVERIFY(page->isVisible());
+        QVERIFY(IsFormRegistered(page));
+        QVERIFY(!fixture.host.CommandEnabled(command));
+        auto* heads = page->findChild<QComboBox*>("cmbHeadComment");
+        QCOMPARE(heads->count(), 3);
+        QCOMPARE(heads->itemText(2), QStringLiteral("Head-3"));
+        page->findChild<QTabWidget*>("MyTabs")->setCurrentIndex(2);
+
+        if (exit == QLatin1String("close box"))
+            page->close();
+        else if (exit.startsWith(QLatin1String("Escape"))) {
+            if (exit.endsWith(QLatin1String("active")))
+                QApplication::setActiveWindow(page);
+            QTest::keyClick(page->focusWidget() ? page->focusWidget() : page.data(), Qt::Key_Escape);
+        }
+        else
+            QTest::mouseClick(page->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
+        QVERIFY(page);
+        QVERIFY(!page->isVisible());
+        QVERIFY(!IsFormRegistered(page));
+        QVERIFY(fixture.host.CommandEnabled(command));
+
+        fixture.host.InvokeCommand(command); // the same dialog, prepared afresh
+        QCOMPARE(DataPageInstance().data(), page.data());
+        QVERIFY(page->isVisible());
+        QCOMPARE(page->findChild<QTabWidget*>("MyTabs")->currentIndex(), 0);
+        QCOMPARE(page->findChild<QComboBox*>("StockTypeC")->count(), 4);
+    }
+
+    void documentEvents_data()
+    {
+        QTest::addColumn<QString>("event");
+        QTest::addColumn<int>("machineType");
+        QTest::addColumn<bool>("dataPage");
+        QTest::addColumn<bool>("workPlanes");
+        QTest::addColumn<bool>("newDocument");
+
+        QTest::newRow("new lathe document") << "new" << 1 << true << true << true;
+        QTest::newRow("new mill document") << "new" << 2 << false << false << true;
+        QTest::newRow("lathe template") << "template" << 1 << true << false << true;
+        QTest::newRow("mill template") << "template" << 2 << false << false << true;
+        QTest::newRow("existing lathe document") << "open" << 1 << false << false << false;
+    }
+    void documentEvents()
+    {
+        QFETCH(QString, event);
+        QFETCH(int, machineType);
+        QFETCH(bool, dataPage);
+        QFETCH(bool, workPlanes);
+        QFETCH(bool, newDocument);
+
+        ConnectedHost fixture;
+        fixture.Connect();
+        Flags().newDocument = !newDocument;
+        const auto document = fixture.Document(machineType, {"XYZ", "YZX", "ZXY"});
+        if (event == QLatin1String("new"))
+            fixture.host.OpenNewDocument(document);
+        else if (event == QLatin1String("template"))
+            fixture.host.OpenTemplate(document);
+        else
+            fixture.host.OpenDocument(document);
+
+        QVERIFY(fixture.host.Log().FailedCallbacks().isEmpty());
+        QCOMPARE(DataPageInstance()->isVisible(), dataPage);
+        QCOMPARE(Flags().dataPageAvailable, !dataPage);
+        QCOMPARE(document->data.workPlanes.size(), workPlanes ? 5 : 3);
+        QCOMPARE(Flags().newDocument, newDocument);
+        QVERIFY(document->simulationEvents.IsAdvised(&fixture.addIn));
+        QVERIFY(document->technologyUtilityEvents.IsAdvised(&fixture.addIn));
+    }
+
+    // The add-in listens to the active document only: saving another document
+    // leaves the new-document flag alone.
+    void theAddInFollowsTheActiveDocument()
+    {
+        ConnectedHost fixture;
+        fixture.Connect();
+        const auto first = fixture.Document(2);
+        const auto second = fixture.Document(2);
+        fixture.host.OpenNewDocument(first);
+        fixture.host.OpenNewDocument(second);
+        QVERIFY(!first->documentEvents.IsAdvised(&fixture.addIn));
+        QVERIFY(!first->simulationEvents.IsAdvised(&fixture.addIn));
+        fixture.host.DocumentSaved(*first);
+        QVERIFY(Flags().newDocument);
+        fixture.host.DocumentSaved(*second);
+        QVERIFY(!Flags().newDocument);
+    }
+
+    void theNcCodeWarning_data()
+    {
+        QTest::addColumn<QString>("dontShow"); // the stored setting; empty: none stored
+        QTest::addColumn<int>("command");
+        QTest::addColumn<QString>("answer");   // the warning's button
+        QTest::addColumn<bool>("warned");
+        QTest::addColumn<bool>("cancelled");
+
+        QTest::newRow("no setting, answered No") << "" << 3320 << "cmdNo" << true << true;
+        QTest::newRow("no setting, answered Yes") << "" << 3320 << "cmdYes" << true << false;
+        QTest::newRow("0 stored, answered No") << "0" << 3320 << "cmdNo" << true << true;
+        QTest::newRow("1 stored: no warning") << "1" << 3320 << "" << false << false;
+        QTest::newRow("another command") << "0" << 3321 << "" << false << false;
+    }
+    void theNcCodeWarning()
+    {
+        QFETCH(QString, dontShow);
+        QFETCH(int, command);
+        QFETCH(QString, answer);
+        QFETCH(bool, warned);
+        QFETCH(bool, cancelled);
+
+        ConnectedHost fixture;
+        fixture.Connect();
+        if (!dontShow.isEmpty())
+            SaveSetting(kAppName, kNcCodeDialogSection, kDontShowKey, dontShow);
+        Flags().ncWarningCancel = !cancelled;
+
+        // Answers the warning from inside its own event loop; a timer that never
+        // fires means that no warning was shown.
+        bool shown = false;
+        QTimer answerer;
+        answerer.setSingleShot(true);
+        connect(&answerer, &QTimer::timeout, this, [&] {
+            if (frmWarning* warning = VisibleWarning()) {
+                shown = true;
+                QTest::mouseClick(warning->findChild<QPushButton*>(answer), Qt::LeftButton);
+            }
+        });
+        answerer.start(0);
+        const bool overridden = fixture.host.BeforeCommandRun(command);
+        answerer.stop();
+
+        QCOMPARE(shown, warned);
+        QCOMPARE(overridden, cancelled);
+        QVERIFY(fixture.host.Log().FailedCallbacks().isEmpty());
+    }
+
+    void workPlanes_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<int>("machineType");
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<QString>("active");
+
+        const QStringList lathe{"Turning", "Cross Gang", "Back Face", "Cross Turret", "Front Face"};
+        QTest::newRow("standard planes replaced") << 1033 << 1 << QStringList{"XYZ", "YZX", "ZXY"} << lathe
+                                                  << "Turning";
+        QTest::newRow("a user's plane stays") << 1033 << 1 << QStringList{"XYZ", "Mine", "ZXY"}
+                                              << QStringList{"Mine"} + lathe << "Turning";
+        QTest::newRow("no YZX plane") << 1033 << 1 << QStringList{"XYZ", "ZXY"} << lathe << "Turning";
+        QTest::newRow("not a lathe") << 1033 << 2 << QStringList{"XYZ", "YZX", "ZXY"}
+                                     << QStringList{"XYZ", "YZX", "ZXY"} << "";
+        QTest::newRow("German names")
+            << 1031 << 1 << QStringList{"XYZ", "YZX", "ZXY"}
+            << QStringList{"Drehen", "Kamm quer", "Stirnseite hinten", "Revolver quer", "Stirnseite vorn"}
+            << "Drehen";
+    }
+    void workPlanes()
+    {
+        QFETCH(int, language);
+        QFETCH(int, machineType);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        QFETCH(QString, active);
+
+        ConnectedHost fixture(language);
+        fixture.Connect();
+        const auto document = fixture.Document(machineType, before);
+        fixture.host.OpenNewDocument(document);
+
+        QStringList names;
+        for (const auto& plane : document->data.workPlanes) {
+            names.append(plane->name);
+            QCOMPARE(plane->w, Cross(plane->u, plane->v));
+            QCOMPARE(plane->origin, feldra::Point3{});
+            QCOMPARE(plane->flag, 0);
+        }
+        QCOMPARE(names, after);
+        QCOMPARE(document->data.activeWorkPlane, active);
+    }
+};
+
+QTEST_MAIN(tst_ConnectEvents)
+#include "tst_ConnectEvents.moc"
