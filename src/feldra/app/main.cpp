@@ -33,8 +33,9 @@ int RegisterModule(const QString& modulePath, QString progId)
 // feldra --macro FILE.js [DOCUMENT]              runs a macro headless
 int main(int argc, char* argv[])
 {
+    // Macros and registering need no display.
     for (int i = 1; i < argc; ++i)
-        if (QByteArray(argv[i]) == "--macro")
+        if (QByteArray(argv[i]) == "--macro" || QByteArray(argv[i]) == "--register-addin")
             qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Feldra"));
