@@ -7,6 +7,7 @@
 #include "addin/host/CommandBarControl.h"
 #include "addin/host/CommandBars.h"
 #include "addin/host/Document.h"
+#include "addin/host/GraphicObject.h"
 #include "addin/host/MachineSetup.h"
 #include "addin/host/MainMenus.h"
 #include "addin/host/MenuControls.h"
@@ -23,7 +24,9 @@
 
 // A small add-in of the tests: command 1 "Ask" (before the last button of bar
 // 23) shows the modal dialog frmAsk; command 2 "Never" is always disabled;
-// command 3 "Toggle Ask" (in the Help menu) switches command 1 off and on.
+// command 3 "Toggle Ask" (in the Help menu) switches command 1 off and on;
+// command 4 "Pick" lets the user pick an object and writes its key into the
+// machine setup's program name ("cancelled" when the pick is cancelled).
 // frmAsk echoes its field on lost focus into lblEcho and its list's choice
 // into lblChoice; cmdOK asks "Keep <value>?" and on Yes writes the value into
 // the machine setup's parameter 814 and closes.
@@ -36,8 +39,10 @@ public:
         ask_ = commands->AddCommand(cookie_, 1, "Test");
         never_ = commands->AddCommand(cookie_, 2, "Test");
         toggle_ = commands->AddCommand(cookie_, 3, "Test");
+        const int pick = commands->AddCommand(cookie_, 4, "Test");
         commands->Advise(this);
         app_->MainMenus()->Item(9)->Add(1, "Toggle Ask", toggle_);
+        app_->MainMenus()->Item(9)->Add(1, "Pick", pick);
         auto bar = app_->CommandBars()->Item(23);
         bar->AddControl(1, "Ask", ask_, bar->ControlCount())->setToolTip("Asks for a value");
         bar->AddControl(1, "Never", never_, bar->ControlCount());
@@ -49,10 +54,15 @@ public:
             showAsk();
         if (nCmdId == 3)
             askEnabled_ = !askEnabled_;
+        if (nCmdId == 4) {
+            auto document = app_->ActiveDocument();
+            auto picked = document->PickObject("Pick a feature", 0);
+            document->MachineSetup()->setProgramName(picked ? picked->Key() : QStringLiteral("cancelled"));
+        }
     }
     void OnCommandUI(int, int nCmdId, bool& Enabled, bool&) override
     {
-        Enabled = nCmdId == 3 || (nCmdId == 1 && askEnabled_);
+        Enabled = nCmdId >= 3 || (nCmdId == 1 && askEnabled_);
     }
 
     int Cookie() const { return cookie_; }

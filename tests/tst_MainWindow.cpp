@@ -61,7 +61,7 @@ void tst_MainWindow::toolbarShowsAddInControlsWhereTheAddInPutThem()
     QCOMPARE(Texts(window.CommandBarToolBar(2)->actions()), (QStringList{"Cut", "Copy", "Paste"}));
     QMenu* help = Menu(window, "Help");
     QVERIFY(help);
-    QCOMPARE(Texts(help->actions()), (QStringList{"Help Topics", "|", "About Feldra", "Toggle Ask"}));
+    QCOMPARE(Texts(help->actions()), (QStringList{"Help Topics", "|", "About Feldra", "Toggle Ask", "Pick"}));
 }
 
 void tst_MainWindow::enabledStateFollowsTheAddInAfterEachCommand()
@@ -95,13 +95,16 @@ void tst_MainWindow::languageSwitchTranslatesTheHostTexts()
     feldra::Host host;
     feldra::MainWindow window(host);
     auto* panes = window.findChild<QTabWidget*>("panes");
-    window.SetLanguage(feldra::QtLocalizer::kGerman);
+    QMenu* languages = Menu(window, "View")->findChild<QMenu*>();
+    Action(languages->actions(), "German")->trigger(); // kept in the settings
+    QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kGerman);
     QCOMPARE(host.App().languageCode, feldra::QtLocalizer::kGerman);
     QCOMPARE(panes->tabText(0), QStringLiteral("Simulation"));
     QCOMPARE(panes->tabText(2), QStringLiteral("Protokoll"));
     QVERIFY(Menu(window, "Datei"));
     QCOMPARE(host.Services().createLocalizer()->LanguageCode(), feldra::QtLocalizer::kGerman);
-    window.SetLanguage(feldra::QtLocalizer::kEnglish);
+    Action(Menu(window, "Ansicht")->findChild<QMenu*>()->actions(), "Englisch")->trigger();
+    QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kEnglish);
     QCOMPARE(panes->tabText(2), QStringLiteral("Log"));
     QVERIFY(Menu(window, "File"));
 }
