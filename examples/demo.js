@@ -4,6 +4,8 @@
 // writes the saved part, the NC listing and screenshots to out/demo/.
 const out = 'out/demo';
 const written = [];
+if (!feldra.documentFile())
+    feldra.open('examples/L5-part.fdoc');
 
 // Every dialog a command shows is photographed, then answered: the NC-code
 // warning goes on to the NC code, any other dialog is closed.
