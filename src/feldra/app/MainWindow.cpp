@@ -2,6 +2,7 @@
 
 #include "feldra/HostActions.h"
 #include "feldra/Host.h"
+#include "feldra/MessageBoxRecorder.h"
 #include "feldra/QtMessageBoxService.h"
 #include "feldra/app/DocumentTree.h"
 #include "feldra/app/HelpViewer.h"
@@ -81,6 +82,8 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
 MainWindow::~MainWindow()
 {
     HostServices& services = host_.Services();
+    if (services.messageBoxes == messageBoxes_)
+        services.messageBoxes = std::make_shared<MessageBoxRecorder>();
     services.mainWindow = nullptr;
     services.refreshView = nullptr;
     services.refreshCommandBars = nullptr;
@@ -92,7 +95,8 @@ MainWindow::~MainWindow()
 void MainWindow::InstallInteractiveServices()
 {
     HostServices& services = host_.Services();
-    services.messageBoxes = std::make_shared<QtMessageBoxService>(this);
+    messageBoxes_ = std::make_shared<QtMessageBoxService>(this);
+    services.messageBoxes = messageBoxes_;
     services.pickObject = [this](const QString& prompt, int) {
         const auto& document = host_.ActiveDocument();
         return document ? PickDialog::Pick(document->data, prompt, this) : QString();
@@ -117,9 +121,10 @@ QAction* MainWindow::controlAction(const ControlData& control, QWidget* owner)
     if (!control.smallBitmap.isEmpty())
         action->setIcon(QIcon(control.smallBitmap));
     if (ofHost) {
-        const QString caption = control.caption;
-        action->setEnabled(caption == "Simulate" || caption == "Generate NC Code" || caption == "About Feldra");
-        connect(action, &QAction::triggered, this, [this, caption] { hostControlTriggered(caption); });
+        const std::function<void()> run = hostCommand(control.caption);
+        action->setEnabled(bool(run)); // the stand-in host has no other functions
+        if (run)
+            connect(action, &QAction::triggered, this, run);
     } else {
         const int handle = control.commandHandle;
         action->setEnabled(host_.CommandEnabled(handle));
@@ -205,15 +210,18 @@ void MainWindow::RefreshCommandBars()
     buildMenus();
 }
 
-void MainWindow::hostControlTriggered(const QString& caption)
+std::function<void()> MainWindow::hostCommand(const QString& caption)
 {
     if (caption == "Simulate")
-        RunSimulation();
-    else if (caption == "Generate NC Code")
-        GenerateNcCode();
-    else if (caption == "About Feldra")
-        QMessageBox::about(this, localizer_.Translate(caption),
-                           localizer_.Translate("Feldra: CAM for Swiss-type lathes, with its add-ins."));
+        return [this] { RunSimulation(); };
+    if (caption == "Generate NC Code")
+        return [this] { GenerateNcCode(); };
+    if (caption == "About Feldra")
+        return [this, caption] {
+            QMessageBox::about(this, localizer_.Translate(caption),
+                               localizer_.Translate("Feldra: CAM for Swiss-type lathes, with its add-ins."));
+        };
+    return {};
 }
 
 // ---- views --------------------------------------------------------------------

@@ -4,10 +4,16 @@
 #include "feldra/SimulationRunner.h"
 
 #include <QMainWindow>
+#include <functional>
+#include <memory>
 
 class QPlainTextEdit;
 class QTabWidget;
 class QToolBar;
+
+namespace host {
+class MessageBoxService;
+}
 
 namespace feldra {
 
@@ -73,7 +79,8 @@ private:
     void buildMenus();
     void fillToolBar(QToolBar* bar, int number);
     QAction* controlAction(const ControlData& control, QWidget* owner);
-    void hostControlTriggered(const QString& caption);
+    // What a control of the host runs; nothing for a function the host lacks.
+    std::function<void()> hostCommand(const QString& caption);
     void retranslate();
     template <class Action>
     void attempt(Action action);
@@ -87,6 +94,7 @@ private:
     QPlainTextEdit* nc_;
     QPlainTextEdit* log_;
     HelpViewer* help_;
+    std::shared_ptr<host::MessageBoxService> messageBoxes_;
 };
 
 } // namespace feldra

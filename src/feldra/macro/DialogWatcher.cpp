@@ -75,7 +75,7 @@ void DialogWatcher::runOne(QWidget* form)
         const QJSValue result = fn.call({wrap_(form)});
         if (result.isError())
             record(QStringLiteral("In the handler of dialog %1: %2").arg(name, ScriptErrorText(result)));
-        if (IsOpenModalDialog(form) && result.isError() == false)
+        else if (IsOpenModalDialog(form))
             record(QStringLiteral("The handler of dialog %1 left the modal dialog open.").arg(name));
     } else if (IsOpenModalDialog(form)) {
         record(QStringLiteral("The modal dialog %1 was shown, and no onDialog(\"%1\", ...) handler answers it.")

@@ -25,7 +25,8 @@ const char* const kPrelude = R"JS(
         return value !== null && typeof value === 'object' && typeof value.__facade === 'string';
     }
     function facadeObject(steps) {
-        const path = ['Document'].concat(steps.map(step => step[0])).join('.');
+        const text = step => step[1] ? step[0] + '(' + step[1].map(a => JSON.stringify(a)).join(', ') + ')' : step[0];
+        const path = ['Document'].concat(steps.map(text)).join('.');
         return new Proxy({}, {
             get(target, name) {
                 if (typeof name !== 'string')
