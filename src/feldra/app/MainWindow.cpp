@@ -145,59 +145,63 @@ void MainWindow::fillToolBar(QToolBar* bar, int number)
         bar->addAction(controlAction(*control, bar));
 }
 
+void MainWindow::addFileActions(QMenu* menu)
+{
+    const auto t = [this](const char* english) { return localizer_.Translate(QString::fromLatin1(english)); };
+    // An action that asks for a file first, and does nothing when none is chosen.
+    const auto withFile = [this](QString filter, void (MainWindow::*action)(const QString&)) {
+        return [this, filter, action] {
+            const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), filter);
+            if (!path.isEmpty())
+                (this->*action)(path);
+        };
+    };
+    menu->addAction(t("Open..."), this, withFile(DocumentFilter(), &MainWindow::OpenDocument));
+    menu->addAction(t("New from Template..."), this, withFile(TemplateFilter(), &MainWindow::NewDocument));
+    menu->addAction(t("Open Template..."), this, withFile(TemplateFilter(), &MainWindow::OpenTemplate));
+    const bool open = host_.ActiveDocument() != nullptr;
+    menu->addAction(t("Save"), this, [this] {
+        QString path = host_.ActiveDocument()->fileName;
+        if (path.isEmpty())
+            path = QFileDialog::getSaveFileName(this, QString(), QString(), DocumentFilter());
+        if (!path.isEmpty())
+            SaveDocument(path);
+    })->setEnabled(open);
+    menu->addAction(t("Close"), this, &MainWindow::CloseDocument)->setEnabled(open);
+    menu->addSeparator();
+    menu->addAction(t("Exit"), this, &QWidget::close);
+}
+
+void MainWindow::addLanguageMenu(QMenu* menu)
+{
+    QMenu* languages = menu->addMenu(localizer_.Translate("Language"));
+    auto* group = new QActionGroup(languages);
+    for (const auto& [code, name] : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "German"}}) {
+        QAction* action = languages->addAction(localizer_.Translate(name));
+        action->setCheckable(true);
+        action->setChecked(Language() == code);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, code] {
+            AppSettings().setValue(kLanguageKey, code);
+            SetLanguage(code);
+        });
+    }
+}
+
+// The host's popups with the add-ins' entries; File carries the document
+// actions and View the language choice.
 void MainWindow::buildMenus()
 {
     const QList<QMenu*> old = menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly);
     menuBar()->clear();
     for (QMenu* menu : old)
         menu->deleteLater();
-    const auto t = [this](const char* english) { return localizer_.Translate(QString::fromLatin1(english)); };
     for (const auto& data : host_.App().mainMenus) {
         QMenu* menu = menuBar()->addMenu(localizer_.Translate(data->caption));
-        if (data->number == 1) {
-            menu->addAction(t("Open..."), this, [this] {
-                const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), DocumentFilter());
-                if (!path.isEmpty())
-                    OpenDocument(path);
-            });
-            menu->addAction(t("New from Template..."), this, [this] {
-                const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), TemplateFilter());
-                if (!path.isEmpty())
-                    NewDocument(path);
-            });
-            menu->addAction(t("Open Template..."), this, [this] {
-                const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), TemplateFilter());
-                if (!path.isEmpty())
-                    OpenTemplate(path);
-            });
-            QAction* save = menu->addAction(t("Save"), this, [this] {
-                QString path = host_.ActiveDocument()->fileName;
-                if (path.isEmpty())
-                    path = QFileDialog::getSaveFileName(this, QString(), QString(), DocumentFilter());
-                if (!path.isEmpty())
-                    SaveDocument(path);
-            });
-            QAction* close = menu->addAction(t("Close"), this, [this] { CloseDocument(); });
-            save->setEnabled(host_.ActiveDocument() != nullptr);
-            close->setEnabled(host_.ActiveDocument() != nullptr);
-            menu->addSeparator();
-            menu->addAction(t("Exit"), this, &QWidget::close);
-        }
-        if (data->number == 3) {
-            QMenu* languages = menu->addMenu(t("Language"));
-            auto* group = new QActionGroup(languages);
-            for (const auto& [code, name] : {std::pair{QtLocalizer::kEnglish, "English"},
-                                             std::pair{QtLocalizer::kGerman, "German"}}) {
-                QAction* action = languages->addAction(t(name));
-                action->setCheckable(true);
-                action->setChecked(Language() == code);
-                group->addAction(action);
-                connect(action, &QAction::triggered, this, [this, code] {
-                    AppSettings().setValue(kLanguageKey, code);
-                    SetLanguage(code);
-                });
-            }
-        }
+        if (data->number == 1)
+            addFileActions(menu);
+        if (data->number == 3)
+            addLanguageMenu(menu);
         for (const auto& entry : data->entries)
             menu->addAction(controlAction(*entry, menu));
     }

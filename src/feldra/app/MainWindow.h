@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class QMenu;
 class QPlainTextEdit;
 class QTabWidget;
 class QToolBar;
@@ -77,6 +78,8 @@ protected:
 
 private:
     void buildMenus();
+    void addFileActions(QMenu* menu);
+    void addLanguageMenu(QMenu* menu);
     void fillToolBar(QToolBar* bar, int number);
     QAction* controlAction(const ControlData& control, QWidget* owner);
     // What a control of the host runs; nothing for a function the host lacks.
