@@ -32,6 +32,7 @@ void tst_MacroRunner::run_data()
     QTest::newRow("document values") << "values.js" << kExample << 0 << "";
     QTest::newRow("save and open again") << "save.js" << kExample << 0 << "";
     QTest::newRow("modal dialog, controls, message box") << "dialog.js" << kExample << 0 << "";
+    QTest::newRow("new document from a template") << "template.js" << kExample << 0 << "";
     QTest::newRow("scripted picks") << "pick.js" << kExample << 0 << "";
     QTest::newRow("NC code and simulation") << "nc-simulation.js" << kExample << 0 << "";
     QTest::newRow("answer No leaves the dialog open")

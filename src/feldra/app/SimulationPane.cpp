@@ -40,6 +40,7 @@ void SimulationPane::Show(const QList<SimulatedOperation>& operations, const QtL
             setItem(row, column, new QTableWidgetItem(cells[column]));
     }
     resizeColumnsToContents();
+    resizeRowsToContents();
 }
 
 } // namespace feldra
