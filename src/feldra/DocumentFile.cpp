@@ -68,14 +68,14 @@ DocumentData LoadDocument(const QString& path)
 QByteArray WriteDocument(const DocumentData& document)
 {
     const JsonFile file(QStringLiteral("SaveDocument"), QString(), kDocumentFormat);
-    return file.Text(ToJsonValue(document).toObject());
+    return file.Text(document);
 }
 
 void SaveDocument(const QString& path, const DocumentData& document)
 {
     const JsonFile file(QStringLiteral("SaveDocument"), path, kDocumentFormat);
     file.Check([&] { checkReferences(document); });
-    file.Write(file.Text(ToJsonValue(document).toObject()));
+    file.Write(file.Text(document));
 }
 
 } // namespace feldra

@@ -26,6 +26,7 @@ DocumentData LoadDocument(const QString& path);
 void SaveDocument(const QString& path, const DocumentData& document);
 
 // The same on text in memory; `fileName` names the text in errors.
+// WriteDocument leaves the reference check to its caller.
 DocumentData ReadDocument(const QByteArray& text, const QString& fileName);
 QByteArray WriteDocument(const DocumentData& document);
 

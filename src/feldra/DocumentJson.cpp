@@ -3,28 +3,31 @@
 namespace feldra {
 namespace {
 
-QJsonValue parameterToJson(const ParameterData& parameter)
-{
-    const QJsonValue value = ToJsonValue(parameter.value);
-    if (parameter.caption.isEmpty() && parameter.extra.isEmpty() && !value.isObject())
-        return value;
-    return ToJsonValue<ParameterData>(parameter);
-}
-
-// The long form of a parameter is an object, as is the one form of a bare value.
+// A parameter's long form is an object {"value": ..., "caption": ...}; a bare
+// value is an object only in the {"number": "NaN"} form of a Variant double.
 bool isLongForm(const QJsonValue& value)
 {
     return value.isObject() && !IsNumberObject(value);
 }
 
+bool isBare(const ParameterData& parameter)
+{
+    return parameter.caption.isEmpty() && parameter.extra.isEmpty() && !IsWrittenAsObject(parameter.value);
+}
+
 } // namespace
 
-QJsonValue ToJsonValue(const Parameters& parameters)
+void WriteJson(JsonText& text, const Parameters& parameters)
 {
-    QJsonObject object;
-    for (auto it = parameters.cbegin(); it != parameters.cend(); ++it)
-        object.insert(it.key(), parameterToJson(it.value()));
-    return object;
+    text.BeginObject();
+    for (auto it = parameters.cbegin(); it != parameters.cend(); ++it) {
+        text.Key(QStringView(it.key()));
+        if (isBare(it.value()))
+            WriteJson(text, it.value().value);
+        else
+            WriteJson(text, it.value());
+    }
+    text.EndObject();
 }
 
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Parameters& target)

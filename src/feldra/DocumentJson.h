@@ -14,7 +14,7 @@ concept RecordOf = std::same_as<std::remove_const_t<R>, T>;
 // Technology and tool parameters: an object keyed by the parameter's number
 // as text; a parameter without caption and unknown fields is its bare value,
 // any other {"value": ..., "caption": ...}.
-QJsonValue ToJsonValue(const Parameters& parameters);
+void WriteJson(JsonText& text, const Parameters& parameters);
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Parameters& target);
 
 // ---- machine setup -----------------------------------------------------------

@@ -22,56 +22,6 @@ QString position(const QByteArray& text, qsizetype offset)
     return QStringLiteral("line %1, column %2 (offset %3)").arg(line).arg(column).arg(offset);
 }
 
-// The end of the array that opens at `open` when it holds only numbers,
-// true/false and null (nothing nested, no text); -1 otherwise.
-qsizetype endOfFlatArray(const QByteArray& text, qsizetype open)
-{
-    for (qsizetype i = open + 1; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == ']')
-            return i;
-        if (c == '[' || c == '{' || c == '"')
-            return -1;
-    }
-    return -1;
-}
-
-// Indented JSON with each flat array on one line ("[1, 0, -2.5]"), so that a
-// point reads as one.
-QByteArray compactFlatArrays(const QByteArray& text)
-{
-    QByteArray out;
-    out.reserve(text.size());
-    bool inText = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (inText) {
-            out += c;
-            if (c == '\\')
-                out += text[++i];
-            else if (c == '"')
-                inText = false;
-            continue;
-        }
-        inText = c == '"';
-        const qsizetype close = c == '[' ? endOfFlatArray(text, i) : -1;
-        if (close < 0) {
-            out += c;
-            continue;
-        }
-        const QList<QByteArray> items = text.mid(i + 1, close - i - 1).split(',');
-        out += '[';
-        for (qsizetype k = 0; k < items.size(); ++k) {
-            const QByteArray item = items[k].trimmed();
-            if (!item.isEmpty())
-                out += (k > 0 ? ", " : "") + item;
-        }
-        out += ']';
-        i = close;
-    }
-    return out;
-}
-
 } // namespace
 
 JsonFile::JsonFile(const QString& operation, const QString& path, const JsonFileFormat& format)
@@ -124,11 +74,12 @@ void JsonFile::checkFormat(const QJsonObject& top) const
                               .arg(format_.version));
 }
 
-QByteArray JsonFile::Text(QJsonObject body) const
+void JsonFile::writeFormat(JsonText& text) const
 {
-    body.insert(kFormatKey, QLatin1String(format_.marker));
-    body.insert(kVersionKey, format_.version);
-    return compactFlatArrays(QJsonDocument(body).toJson(QJsonDocument::Indented));
+    text.Key(QStringView(kFormatKey));
+    text.Text(QString::fromLatin1(format_.marker));
+    text.Key(QStringView(kVersionKey));
+    text.Integer(format_.version);
 }
 
 void JsonFile::Write(const QByteArray& text) const

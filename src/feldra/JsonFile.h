@@ -26,8 +26,16 @@ public:
     QByteArray Read() const;
     // The body of the file's text: the top object without "format" and "version".
     QJsonObject Parse(const QByteArray& text) const;
-    // The text of a body: indented, with "format" and "version".
-    QByteArray Text(QJsonObject body) const;
+    // The text of a record: "format" and "version", then the record's fields.
+    template <JsonRecord R> QByteArray Text(const R& record) const
+    {
+        JsonText text;
+        text.BeginObject();
+        writeFormat(text);
+        WriteFields(text, record);
+        text.EndObject();
+        return text.Finish();
+    }
     // Replaces the file only when the whole text is written: a failed write leaves the old file.
     void Write(const QByteArray& text) const;
 
@@ -45,6 +53,7 @@ public:
 
 private:
     void checkFormat(const QJsonObject& top) const;
+    void writeFormat(JsonText& text) const;
 
     QString operation_;
     QString path_;

@@ -1,5 +1,6 @@
 #include "feldra/JsonRecord.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -105,52 +106,83 @@ QJsonArray ArrayAt(const QJsonValue& value, const JsonPlace& at)
 
 // ---- writing -----------------------------------------------------------------
 
-QJsonValue ToJsonValue(int value)
+void JsonWriter::Extra(const QJsonObject& extra)
 {
-    return value;
+    for (auto it = extra.begin(); it != extra.end(); ++it) {
+        const QString& key = it.key();
+        const bool known = std::any_of(written_.begin(), written_.end(),
+                                       [&](const char* name) { return key == QLatin1String(name); });
+        if (!known) {
+            text_.Key(QStringView(key));
+            text_.Value(it.value());
+        }
+    }
 }
 
-QJsonValue ToJsonValue(double value)
+void WriteJson(JsonText& text, int value)
+{
+    text.Integer(value);
+}
+
+void WriteJson(JsonText& text, double value)
 {
     const QString special = specialDoubleText(value);
-    return special.isEmpty() ? QJsonValue(value) : QJsonValue(special);
+    if (special.isEmpty())
+        text.Number(value);
+    else
+        text.Text(special);
 }
 
-QJsonValue ToJsonValue(bool value)
+void WriteJson(JsonText& text, bool value)
 {
-    return value;
+    text.Bool(value);
 }
 
-QJsonValue ToJsonValue(const QString& value)
+void WriteJson(JsonText& text, const QString& value)
 {
-    return value;
+    text.Text(value);
 }
 
-QJsonValue ToJsonValue(const QVariant& value)
+bool IsWrittenAsObject(const QVariant& value)
 {
-    if (!value.isValid())
-        return QJsonValue::Null;
-    if (value.typeId() == QMetaType::Bool)
-        return value.toBool();
-    if (isNumber(value)) {
-        const double number = value.toDouble();
-        const QString special = specialDoubleText(number);
-        return special.isEmpty() ? QJsonValue(number) : QJsonObject{{kNumberKey, special}};
+    return isNumber(value) && !specialDoubleText(value.toDouble()).isEmpty();
+}
+
+void WriteJson(JsonText& text, const QVariant& value)
+{
+    if (!value.isValid()) {
+        text.Null();
+    } else if (value.typeId() == QMetaType::Bool) {
+        text.Bool(value.toBool());
+    } else if (IsWrittenAsObject(value)) {
+        text.BeginObject();
+        text.Key(QLatin1String("number"));
+        text.Text(specialDoubleText(value.toDouble()));
+        text.EndObject();
+    } else if (isNumber(value)) {
+        text.Number(value.toDouble());
+    } else {
+        text.Text(value.toString());
     }
-    return value.toString();
 }
 
-QJsonValue ToJsonValue(const Point3& value)
+void WriteJson(JsonText& text, const Point3& value)
 {
-    return QJsonArray{ToJsonValue(value.x), ToJsonValue(value.y), ToJsonValue(value.z)};
+    text.BeginArray(true);
+    WriteJson(text, value.x);
+    WriteJson(text, value.y);
+    WriteJson(text, value.z);
+    text.EndArray();
 }
 
-QJsonValue ToJsonValue(const QMap<int, double>& numbered)
+void WriteJson(JsonText& text, const QMap<int, double>& numbered)
 {
-    QJsonObject object;
-    for (auto it = numbered.cbegin(); it != numbered.cend(); ++it)
-        object.insert(QString::number(it.key()), ToJsonValue(it.value()));
-    return object;
+    text.BeginObject();
+    for (auto it = numbered.cbegin(); it != numbered.cend(); ++it) {
+        text.Key(QString::number(it.key()));
+        WriteJson(text, it.value());
+    }
+    text.EndObject();
 }
 
 // ---- reading -----------------------------------------------------------------
@@ -159,7 +191,22 @@ JsonReader::JsonReader(const QJsonValue& value, const JsonPlace& at) : at_(at)
 {
     if (!value.isObject())
         FailExpected(at, "an object", value);
-    rest_ = value.toObject();
+    object_ = value.toObject();
+}
+
+QJsonObject JsonReader::Rest() const
+{
+    if (read_.size() == object_.size())
+        return {};
+    QJsonObject rest;
+    for (auto it = object_.begin(); it != object_.end(); ++it) {
+        const QString& key = it.key();
+        const bool read = std::any_of(read_.begin(), read_.end(),
+                                      [&](const char* name) { return key == QLatin1String(name); });
+        if (!read)
+            rest.insert(key, it.value());
+    }
+    return rest;
 }
 
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, int& target)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feldra/DocumentData.h"
+#include "feldra/JsonText.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -10,6 +11,7 @@
 #include <array>
 #include <concepts>
 #include <memory>
+#include <type_traits>
 
 // The mapping between the Feldra records and JSON, both ways. A record names
 // each of its fields once, in a `Fields(visitor, record)` function found by
@@ -61,13 +63,13 @@ concept JsonRecord = requires(R& record) {
 // text (any other Variant is written as its text); a Variant double JSON
 // cannot hold is written as {"number": "NaN"}.
 
-QJsonValue ToJsonValue(int value);
-QJsonValue ToJsonValue(double value);
-QJsonValue ToJsonValue(bool value);
-QJsonValue ToJsonValue(const QString& value);
-QJsonValue ToJsonValue(const QVariant& value);
-QJsonValue ToJsonValue(const Point3& value); // [x, y, z]
-QJsonValue ToJsonValue(const QMap<int, double>& numbered);
+void WriteJson(JsonText& text, int value);
+void WriteJson(JsonText& text, double value);
+void WriteJson(JsonText& text, bool value);
+void WriteJson(JsonText& text, const QString& value);
+void WriteJson(JsonText& text, const QVariant& value);
+void WriteJson(JsonText& text, const Point3& value); // [x, y, z]
+void WriteJson(JsonText& text, const QMap<int, double>& numbered); // {"813": 1.5}
 
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, int& target);
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, double& target);
@@ -77,12 +79,18 @@ void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QVariant& targe
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Point3& target);
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QMap<int, double>& target);
 
+// True for a Variant double in its {"number": ...} form.
+bool IsNumberObject(const QJsonValue& value);
+// True when a Variant is written as an object (its {"number": ...} form).
+bool IsWrittenAsObject(const QVariant& value);
+QJsonArray ArrayAt(const QJsonValue& value, const JsonPlace& at);
+
 // ---- records and containers --------------------------------------------------
 
-template <JsonRecord R> QJsonValue ToJsonValue(const R& record);
-template <typename T> QJsonValue ToJsonValue(const std::shared_ptr<T>& item);
-template <typename T> QJsonValue ToJsonValue(const QList<T>& list);
-template <typename T, std::size_t N> QJsonValue ToJsonValue(const std::array<T, N>& items);
+template <JsonRecord R> void WriteJson(JsonText& text, const R& record);
+template <typename T> void WriteJson(JsonText& text, const std::shared_ptr<T>& item);
+template <typename T> void WriteJson(JsonText& text, const QList<T>& list);
+template <typename T, std::size_t N> void WriteJson(JsonText& text, const std::array<T, N>& items);
 
 template <JsonRecord R> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, R& record);
 template <typename T>
@@ -91,77 +99,83 @@ template <typename T> void FromJsonValue(const QJsonValue& value, const JsonPlac
 template <typename T, std::size_t N>
 void FromJsonValue(const QJsonValue& value, const JsonPlace& at, std::array<T, N>& items);
 
-QJsonArray ArrayAt(const QJsonValue& value, const JsonPlace& at);
-// True for the {"number": ...} form of a Variant double.
-bool IsNumberObject(const QJsonValue& value);
-
-// Writes the fields a record names over the record's unknown fields.
+// Writes the fields a record names as members of the open object, then the
+// record's unknown fields.
 class JsonWriter {
 public:
-    explicit JsonWriter(const QJsonObject& extra) : object_(extra) {}
+    explicit JsonWriter(JsonText& text) : text_(text) {}
 
     template <typename T> void operator()(const char* key, const T& value)
     {
-        object_.insert(QLatin1String(key), ToJsonValue(value));
+        written_.append(key);
+        text_.Key(QLatin1String(key));
+        WriteJson(text_, value);
     }
 
-    QJsonObject Object() const { return object_; }
+    void Extra(const QJsonObject& extra);
 
 private:
-    QJsonObject object_;
+    JsonText& text_;
+    QVarLengthArray<const char*, 32> written_;
 };
 
+template <JsonRecord R> void WriteFields(JsonText& text, const R& record)
+{
+    JsonWriter writer(text);
+    Fields(writer, record);
+    writer.Extra(record.extra);
+}
+
 // Reads the fields a record names from one JSON object; a field that is
-// absent keeps the record's default. What it never reads is the rest, the
-// record's unknown fields.
+// absent keeps the record's default. The fields it never reads are the rest,
+// the record's unknown fields.
 class JsonReader {
 public:
     JsonReader(const QJsonValue& value, const JsonPlace& at);
 
     template <typename T> void operator()(const char* key, T& target)
     {
-        const QLatin1String name(key);
-        const auto found = rest_.constFind(name);
-        if (found == rest_.constEnd())
+        const auto found = object_.constFind(QLatin1String(key));
+        if (found == object_.constEnd())
             return;
-        const QJsonValue value = found.value();
-        rest_.remove(name);
-        FromJsonValue(value, JsonPlace(at_, key), target);
+        read_.append(key);
+        FromJsonValue(found.value(), JsonPlace(at_, key), target);
     }
 
-    QJsonObject Rest() const { return rest_; }
+    QJsonObject Rest() const;
 
 private:
     const JsonPlace& at_;
-    QJsonObject rest_;
+    QJsonObject object_;
+    QVarLengthArray<const char*, 32> read_;
 };
 
-template <JsonRecord R> QJsonValue ToJsonValue(const R& record)
+template <JsonRecord R> void WriteJson(JsonText& text, const R& record)
 {
-    JsonWriter writer(record.extra);
-    Fields(writer, record);
-    return writer.Object();
+    text.BeginObject();
+    WriteFields(text, record);
+    text.EndObject();
 }
 
-template <typename T> QJsonValue ToJsonValue(const std::shared_ptr<T>& item)
+template <typename T> void WriteJson(JsonText& text, const std::shared_ptr<T>& item)
 {
-    return ToJsonValue(*item);
+    WriteJson(text, *item);
 }
 
-template <typename T> QJsonValue ToJsonValue(const QList<T>& list)
+template <typename T> void WriteJson(JsonText& text, const QList<T>& list)
 {
-    QJsonArray array;
+    text.BeginArray(list.isEmpty());
     for (const T& item : list)
-        array.append(ToJsonValue(item));
-    return array;
+        WriteJson(text, item);
+    text.EndArray();
 }
 
-template <typename T, std::size_t N> QJsonValue ToJsonValue(const std::array<T, N>& items)
+template <typename T, std::size_t N> void WriteJson(JsonText& text, const std::array<T, N>& items)
 {
-    QJsonArray array;
+    text.BeginArray(std::is_arithmetic_v<T>);
     for (const T& item : items)
-        array.append(ToJsonValue(item));
-    return array;
+        WriteJson(text, item);
+    text.EndArray();
 }
 
 template <JsonRecord R> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, R& record)

@@ -10,8 +10,9 @@ namespace {
 
 const JsonFileFormat kSetupFormat{"feldra-machine-setup", 1, "a Feldra machine setup file"};
 
-// What a machine setup file holds. Unknown fields at the top are read and
-// left: the file is never written back.
+// What a machine setup file holds. Unknown fields at its top level are
+// dropped (the host never writes a setup file back); unknown fields of its
+// records stay with the records.
 struct SetupFileData {
     QString name;
     QList<std::shared_ptr<TurretData>> turrets;
