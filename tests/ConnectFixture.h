@@ -57,11 +57,6 @@ public:
     QStringList BarCaptions(int bar) { return Captions(host.App().CommandBar(bar)->controls); }
     QStringList HelpMenu() { return Captions(host.App().Menu(9)->entries); }
 
-    feldra::MessageBoxRecorder& Messages()
-    {
-        return static_cast<feldra::MessageBoxRecorder&>(*host.Services().messageBoxes);
-    }
-
     // Creates an (empty) help file in the host's help folder of a language.
     void AddHelpFile(const QString& file, int language = 1033)
     {

@@ -76,7 +76,7 @@ private slots:
         QFETCH(QString, progId);
         QFETCH(QString, module);
         Host host;
-        AddInLoader loader(host);
+        AddInLoader& loader = host.AddIns();
         QVERIFY(!loader.Load(progId, module));
         QVERIFY(loader.LoadedProgIds().isEmpty());
         QCOMPARE(host.Log().FailedCallbacks().size(), 1);
@@ -87,13 +87,21 @@ private slots:
     {
         Host host;
         host.Faults().Fail("AddInCommands.AddCommand");
-        AddInLoader loader(host);
+        AddInLoader& loader = host.AddIns();
         QVERIFY(!loader.Load(kProgId, MARELON_MODULE));
         QCOMPARE(host.Log().FailedCallbacks().first().operation, QStringLiteral("AddInCommands.AddCommand"));
         host.Faults().HealAll();
         host.Quit(); // no add-in left listening
         host.OpenNewDocument(std::make_shared<DocumentState>());
         QVERIFY(host.ActiveDocument()->data.workPlanes.isEmpty());
+    }
+
+    void theHostDisconnectsItsAddInsWhenItGoes()
+    {
+        auto host = std::make_unique<Host>();
+        QVERIFY(host->AddIns().Load(kProgId, MARELON_MODULE));
+        QVERIFY(!host->App().commands.isEmpty());
+        host.reset(); // the add-in's shutdown still reaches a standing host
     }
 
     void aSessionWithTheAddIn()
@@ -104,10 +112,10 @@ private slots:
         QDir().mkpath(host.App().temporaryFolder);
         const QStringList hostBar = Captions(host.App().CommandBar(23)->controls);
         const QStringList hostHelp = Captions(host.App().Menu(9)->entries);
-        AddInLoader loader(host);
+        AddInLoader& loader = host.AddIns();
 
         for (int session = 1; session <= 2; ++session) {
-            QCOMPARE(loader.LoadRegisteredAddIns(hive_), 1);
+            QCOMPARE(LoadRegisteredAddIns(host, hive_), 1);
             loader.StartupComplete();
             QCOMPARE(Captions(host.App().CommandBar(23)->controls),
                      (QStringList{"Turret Setup", "Simulate", "Generate NC Code", "|", "Data Page", "Tool Data",
@@ -126,7 +134,7 @@ private slots:
             host.InvokeCommand(Handle(host, "Masks"));
             QCOMPARE(host.Log().RequestsOf("Application.SendKeys").size(), session);
             host.InvokeCommand(Handle(host, "Tool Data"));
-            auto& messages = static_cast<MessageBoxRecorder&>(*host.Services().messageBoxes);
+            auto& messages = static_cast<MessageBoxRecorder&>(*host.Services().messageBox);
             QCOMPARE(messages.Messages().size(), session);
 
             QVERIFY(loader.Unload(kProgId));

@@ -116,15 +116,19 @@ private slots:
         QVERIFY(fixture.host.Log().FailedCallbacks().isEmpty());
     }
 
+    // The message reaches the message box the host has when it is shown, not
+    // the one it had when the add-in connected.
     void toolDataSaysItIsNotAvailable()
     {
         ConnectedHost fixture;
         fixture.Connect();
         fixture.host.Activate(fixture.Document());
+        auto messages = std::make_shared<feldra::MessageBoxRecorder>();
+        fixture.host.Services().messageBox = messages;
         fixture.host.InvokeCommand(fixture.addIn.CommandHandle(1));
-        QCOMPARE(fixture.Messages().Messages().size(), 1);
-        QCOMPARE(fixture.Messages().Last().prompt, QStringLiteral("Tool Data is not available in this build."));
-        QCOMPARE(fixture.Messages().Last().icon, host::MsgIcon::Information);
+        QCOMPARE(messages->Messages().size(), 1);
+        QCOMPARE(messages->Last().prompt, QStringLiteral("Tool Data is not available in this build."));
+        QCOMPARE(messages->Last().icon, host::MsgIcon::Information);
         QCOMPARE(fixture.host.Log().RequestsOf("Application.NotifyCommandStart").size(), 1);
     }
 

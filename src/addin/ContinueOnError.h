@@ -6,13 +6,14 @@
 
 namespace marelon {
 
-// Runs one statement of a continue-on-error routine: a failing host call
-// skips the rest of the statement, silently, and the routine goes on.
-template <class Statement>
-void ContinueOnError(Statement&& statement)
+// Runs one statement of a continue-on-error routine (loaders, writers, hooks,
+// shutdown): a failing host call ends the statement, silently, and the
+// routine goes on with the next one.
+template <class F>
+void ContinueOnError(F&& statement)
 {
     try {
-        std::forward<Statement>(statement)();
+        std::forward<F>(statement)();
     } catch (const host::HostError&) {
     }
 }

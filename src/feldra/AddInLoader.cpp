@@ -139,4 +139,14 @@ bool AddInLoader::IsLoaded(const QString& progId) const
     return LoadedProgIds().contains(progId);
 }
 
+int LoadRegisteredAddIns(Host& host)
+{
+    return host.AddIns().LoadRegisteredAddIns();
+}
+
+int LoadRegisteredAddIns(Host& host, registry::RegistryBackend& registry)
+{
+    return host.AddIns().LoadRegisteredAddIns(registry);
+}
+
 } // namespace feldra

@@ -12,7 +12,8 @@ namespace feldra {
 
 class Host;
 
-// Loads add-in modules into the host and connects them: the module's exported
+// Loads add-in modules into a host and connects them (each host has its own,
+// Host::AddIns()): the module's exported
 // factory creates the add-in for its ProgID, which then receives the
 // application as the host shows it to that add-in. A module that cannot be
 // loaded, has no factory, does not create the ProgID or fails to connect is
@@ -57,5 +58,10 @@ private:
     Host& host_;
     QList<std::shared_ptr<LoadedAddIn>> loaded_;
 };
+
+// Connects every add-in of the add-in registry to the host (its own loader,
+// Host::AddIns()); returns how many connected.
+int LoadRegisteredAddIns(Host& host);
+int LoadRegisteredAddIns(Host& host, registry::RegistryBackend& registry);
 
 } // namespace feldra

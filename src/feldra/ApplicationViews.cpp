@@ -229,6 +229,23 @@ private:
     std::shared_ptr<MenuData> data_;
 };
 
+// The host's message box as an add-in keeps it from its connection on: each
+// message goes to the service installed when it is shown (the window, or the
+// recorder of a test or macro).
+class MessageBoxView final : public host::MessageBoxService, public View {
+public:
+    using View::View;
+    host::MsgResult Show(const QString& prompt, host::MsgButtons buttons, host::MsgIcon icon,
+                         const QString& title) override
+    {
+        guard("MessageBox.Show");
+        const auto service = ctx().services.messageBox;
+        if (!service)
+            fail("MessageBox.Show", QStringLiteral("The host has no message box."));
+        return service->Show(prompt, buttons, icon, title);
+    }
+};
+
 class MainMenusView final : public host::MainMenus, public View {
 public:
     using View::View;
@@ -332,7 +349,8 @@ std::shared_ptr<host::HelpLocale> ApplicationView::CreateHelpLocale()
 
 std::shared_ptr<host::MessageBoxService> ApplicationView::MessageBoxes()
 {
-    return get("Application.MessageBoxes", ctx().services.messageBoxes);
+    guard("Application.MessageBoxes");
+    return std::make_shared<MessageBoxView>(ctx_, nullptr);
 }
 
 void ApplicationView::Advise(host::ApplicationEvents* sink)

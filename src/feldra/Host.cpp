@@ -1,5 +1,6 @@
 #include "feldra/Host.h"
 
+#include "feldra/AddInLoader.h"
 #include "feldra/ApplicationViews.h"
 #include "feldra/Views.h"
 
@@ -7,7 +8,12 @@
 
 namespace feldra {
 
-Host::Host() : ctx_(std::make_shared<HostContext>()) {}
+Host::Host() : ctx_(std::make_shared<HostContext>()), addIns_(std::make_unique<AddInLoader>(*this)) {}
+
+Host::~Host()
+{
+    addIns_.reset();
+}
 
 std::shared_ptr<host::Application> Host::ApplicationFor(const QString& progId)
 {

@@ -8,6 +8,8 @@
 
 namespace feldra {
 
+class AddInLoader;
+
 // The Feldra host itself: what the application window, the macro runner and
 // tests drive. It keeps the open documents and the add-in registry, hands each
 // add-in its view of the application, and raises the host's events. A handler
@@ -15,12 +17,18 @@ namespace feldra {
 class Host {
 public:
     Host();
+    // Disconnects and unloads the add-ins still loaded, while the host still stands.
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
 
     const std::shared_ptr<HostContext>& Context() const { return ctx_; }
     FaultInjector& Faults() { return ctx_->faults; }
     HostLog& Log() { return ctx_->log; }
     HostServices& Services() { return ctx_->services; }
     ApplicationData& App() { return ctx_->app; }
+    // The add-in modules loaded into this host.
+    AddInLoader& AddIns() { return *addIns_; }
 
     // The application as the add-in with this ProgID sees it; the first call
     // registers the add-in and gives it its cookie.
@@ -67,6 +75,7 @@ private:
     void makeActive(const std::shared_ptr<DocumentState>& document);
 
     std::shared_ptr<HostContext> ctx_;
+    std::unique_ptr<AddInLoader> addIns_;
 };
 
 } // namespace feldra

@@ -38,7 +38,7 @@ struct HostServices {
     std::function<std::shared_ptr<host::Localizer>()> createLocalizer;
     // The message box the add-ins show their messages in: a recorder unless
     // the application installs a window of its own.
-    std::shared_ptr<host::MessageBoxService> messageBoxes = std::make_shared<MessageBoxRecorder>();
+    std::shared_ptr<host::MessageBoxService> messageBox = std::make_shared<MessageBoxRecorder>();
     QWidget* mainWindow = nullptr;
 };
 
