@@ -18,9 +18,8 @@ void startup(benchmark::State& state, const QString& document)
     for (auto _ : state) {
         auto host = std::make_unique<feldra::Host>();
         auto window = std::make_unique<feldra::MainWindow>(*host);
-        auto addIns = std::make_unique<feldra::AddInLoader>(*host);
-        connected = addIns->LoadRegisteredAddIns();
-        addIns->StartupComplete();
+        connected = feldra::LoadRegisteredAddIns(*host);
+        host->AddIns().StartupComplete();
         window->RefreshAll();
         if (!document.isEmpty())
             window->OpenDocument(document);
@@ -29,7 +28,7 @@ void startup(benchmark::State& state, const QString& document)
 
         state.PauseTiming();
         host->Quit();
-        addIns.reset();
+        host->AddIns().UnloadAll(); // while the window that owns their dialogs stands
         window.reset();
         host.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

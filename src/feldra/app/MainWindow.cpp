@@ -82,8 +82,8 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
 MainWindow::~MainWindow()
 {
     HostServices& services = host_.Services();
-    if (services.messageBoxes == messageBoxes_)
-        services.messageBoxes = std::make_shared<MessageBoxRecorder>();
+    if (services.messageBox == messageBox_)
+        services.messageBox = std::make_shared<MessageBoxRecorder>();
     services.mainWindow = nullptr;
     services.refreshView = nullptr;
     services.refreshCommandBars = nullptr;
@@ -95,8 +95,8 @@ MainWindow::~MainWindow()
 void MainWindow::InstallInteractiveServices()
 {
     HostServices& services = host_.Services();
-    messageBoxes_ = std::make_shared<QtMessageBoxService>(this);
-    services.messageBoxes = messageBoxes_;
+    messageBox_ = std::make_shared<QtMessageBoxService>(this);
+    services.messageBox = messageBox_;
     services.pickObject = [this](const QString& prompt, int) {
         const auto& document = host_.ActiveDocument();
         return document ? PickDialog::Pick(document->data, prompt, this) : QString();

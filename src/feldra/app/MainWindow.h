@@ -39,8 +39,6 @@ public:
     ~MainWindow() override;
 
     // The services a user needs: message boxes and object picks in dialogs.
-    // Install them before the add-ins connect: an add-in keeps the message box
-    // service it finds at its connection.
     void InstallInteractiveServices();
 
     // Rebuilds toolbars and menus from the application's command bars and menus,
@@ -97,7 +95,7 @@ private:
     QPlainTextEdit* nc_;
     QPlainTextEdit* log_;
     HelpViewer* help_;
-    std::shared_ptr<host::MessageBoxService> messageBoxes_;
+    std::shared_ptr<host::MessageBoxService> messageBox_;
 };
 
 } // namespace feldra

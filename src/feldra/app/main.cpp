@@ -58,15 +58,13 @@ int main(int argc, char* argv[])
     host.App().installFolder = QDir::toNativeSeparators(QApplication::applicationDirPath() + '/');
     feldra::MainWindow window(host);
     window.SetLanguage(feldra::MainWindow::StoredLanguage());
-    // The services the add-ins keep come first: a macro's recorder or the user's windows.
     std::unique_ptr<feldra::MacroRunner> runner;
     if (parser.isSet(macro))
         runner = std::make_unique<feldra::MacroRunner>(host, window);
     else
         window.InstallInteractiveServices();
-    feldra::AddInLoader addIns(host);
-    addIns.LoadRegisteredAddIns();
-    addIns.StartupComplete();
+    feldra::LoadRegisteredAddIns(host);
+    host.AddIns().StartupComplete();
     window.RefreshAll();
 
     int exitCode = 0;
@@ -83,7 +81,8 @@ int main(int argc, char* argv[])
         window.show();
         exitCode = application.exec(); // closing the window raises BeforeQuit
     }
-    addIns.BeginShutdown();
-    addIns.UnloadAll();
+    // The add-ins go while the window that owns their dialogs still stands.
+    host.AddIns().BeginShutdown();
+    host.AddIns().UnloadAll();
     return exitCode;
 }

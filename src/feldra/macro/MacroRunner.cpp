@@ -61,7 +61,7 @@ MacroRunner::MacroRunner(Host& host, MainWindow& window)
     dialogs_ = std::make_unique<DialogWatcher>(
         [this](QWidget* form) { return engine_.newQObject(new MacroDialog(form)); }, &window);
     api_ = std::make_unique<MacroApi>(engine_, host, window, *messages_, *dialogs_);
-    host_.Services().messageBoxes = messages_;
+    host_.Services().messageBox = messages_;
     host_.Services().pickObject = nullptr;
     engine_.installExtensions(QJSEngine::ConsoleExtension);
     QJSValue api = engine_.newQObject(api_.get());

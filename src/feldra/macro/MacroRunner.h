@@ -15,8 +15,7 @@ class MessageBoxRecorder;
 // Runs a JavaScript macro against the host and its main window: the global
 // `feldra` (MacroApi), `doc` (the active document through the facade, by the
 // facade's names), `print(...)` and `onDialog(name, handler)`. The runner
-// makes the host's message box a recorder that the macro answers: create it
-// before the add-ins connect, as they keep the service they find then.
+// makes the host's message box a recorder that the macro answers.
 class MacroRunner {
 public:
     MacroRunner(Host& host, MainWindow& window);
