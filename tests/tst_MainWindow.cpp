@@ -1,8 +1,10 @@
 #include "TestAddIn.h"
 #include "feldra/app/HelpViewer.h"
 #include "feldra/app/MainWindow.h"
+#include "feldra/app/PickDialog.h"
 
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -18,6 +20,7 @@ private slots:
     void enabledStateFollowsTheAddInAfterEachCommand();
     void hiddenControlIsNotShown();
     void languageSwitchTranslatesTheHostTexts();
+    void pickDialogAnswersTheChosenKey();
     void helpViewerShowsTheUnpackedTopic_data();
     void helpViewerShowsTheUnpackedTopic();
 };
@@ -107,6 +110,27 @@ void tst_MainWindow::languageSwitchTranslatesTheHostTexts()
     QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kEnglish);
     QCOMPARE(panes->tabText(2), QStringLiteral("Log"));
     QVERIFY(Menu(window, "File"));
+}
+
+void tst_MainWindow::pickDialogAnswersTheChosenKey()
+{
+    feldra::DocumentData document;
+    auto feature = std::make_shared<feldra::FeatureData>();
+    feature->key = "F-GROOVE";
+    document.features << feature;
+    auto operation = std::make_shared<feldra::OperationData>();
+    operation->key = "OP-7";
+    operation->name = "Cut-Off";
+    document.operations << operation;
+
+    feldra::PickDialog dialog(document, "Pick the groove");
+    auto* objects = dialog.findChild<QListWidget*>("lstObjects");
+    QCOMPARE(objects->count(), 2);
+    QCOMPARE(dialog.PickedKey(), QString()); // nothing chosen yet
+    objects->setCurrentRow(1);
+    QCOMPARE(dialog.PickedKey(), QStringLiteral("OP-7"));
+    objects->setCurrentRow(0);
+    QCOMPARE(dialog.PickedKey(), QStringLiteral("F-GROOVE"));
 }
 
 void tst_MainWindow::helpViewerShowsTheUnpackedTopic_data()
