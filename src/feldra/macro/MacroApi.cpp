@@ -169,20 +169,30 @@ QJSValue MacroApi::commands()
     });
 }
 
+namespace {
+
+// The handle of the command named by caption, or by its add-in's cookie and id; 0 for none.
+int CommandHandle(const ApplicationData& app, const QJSValue& cookieOrCaption, const QJSValue& id)
+{
+    for (const CommandData& command : app.commands) {
+        const bool named = cookieOrCaption.isString()
+                               ? CaptionOf(app, command.handle) == cookieOrCaption.toString()
+                               : command.cookie == cookieOrCaption.toInt() && command.id == id.toInt();
+        if (named)
+            return command.handle;
+    }
+    return 0;
+}
+
+} // namespace
+
 void MacroApi::runCommand(const QJSValue& cookieOrCaption, const QJSValue& id)
 {
     call([&] {
-        int handle = 0;
-        const ApplicationData& app = host_.App();
-        for (const CommandData& command : app.commands) {
-            const bool byCaption = cookieOrCaption.isString();
-            if (byCaption ? CaptionOf(app, command.handle) == cookieOrCaption.toString()
-                          : command.cookie == cookieOrCaption.toInt() && command.id == id.toInt())
-                handle = command.handle;
-        }
         const QString named = cookieOrCaption.isString()
                                   ? QStringLiteral("\"%1\"").arg(cookieOrCaption.toString())
                                   : QStringLiteral("%1 of add-in %2").arg(id.toInt()).arg(cookieOrCaption.toInt());
+        const int handle = CommandHandle(host_.App(), cookieOrCaption, id);
         if (handle == 0)
             Fail(QStringLiteral("There is no add-in command %1.").arg(named));
         if (!host_.CommandEnabled(handle))
