@@ -20,8 +20,17 @@ build: configure
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
 
+FELDRA = build/$(PRESET)/src/feldra/app/feldra
+EXAMPLE = examples/L5-part.fdoc
+
+# Registers the built add-in module, then starts Feldra on the example part;
+# without a display the demo macro runs headless and writes to out/demo/.
 run: build
-	@echo "The Feldra host application is not built yet: 'make run' starts it once it lands."
+	@module=$$(find build/$(PRESET) -name 'Marelon.so' -print -quit); \
+	if [ -n "$$module" ]; then $(FELDRA) --register-addin "$$module" || exit 1; \
+	else echo "No add-in module is built: Feldra starts without add-ins."; fi
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then $(FELDRA) $(EXAMPLE); \
+	else $(FELDRA) --macro examples/demo.js $(EXAMPLE); fi
 
 bench: deps
 	@cmake --preset bench > /dev/null

@@ -778,5 +778,170 @@
         <source>Auto Sync is only supported for L series machines at this time.</source>
         <translation>Auto-Sync wird derzeit nur für Maschinen der L-Serie unterstützt.</translation>
     </message>
+    <message>
+        <extracomment>The Feldra host window</extracomment>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>Geometry</source>
+        <translation>Geometrie</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation>Features</translation>
+    </message>
+    <message>
+        <source>Operations</source>
+        <translation>Operationen</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Open...</source>
+        <translation>Öffnen...</translation>
+    </message>
+    <message>
+        <source>New from Template...</source>
+        <translation>Neu aus Vorlage...</translation>
+    </message>
+    <message>
+        <source>Open Template...</source>
+        <translation>Vorlage öffnen...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>Englisch</translation>
+    </message>
+    <message>
+        <source>German</source>
+        <translation>Deutsch</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Turret Setup</source>
+        <translation>Revolver einrichten</translation>
+    </message>
+    <message>
+        <source>Simulate</source>
+        <translation>Simulieren</translation>
+    </message>
+    <message>
+        <source>Generate NC Code</source>
+        <translation>NC-Code erzeugen</translation>
+    </message>
+    <message>
+        <source>Help Topics</source>
+        <translation>Hilfethemen</translation>
+    </message>
+    <message>
+        <source>About Feldra</source>
+        <translation>Über Feldra</translation>
+    </message>
+    <message>
+        <source>Feldra: CAM for Swiss-type lathes, with its add-ins.</source>
+        <translation>Feldra: CAM für Langdrehautomaten, mit seinen Add-Ins.</translation>
+    </message>
+    <message>
+        <source>Simulation</source>
+        <translation>Simulation</translation>
+    </message>
+    <message>
+        <source>NC Code</source>
+        <translation>NC-Code</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Item</source>
+        <translation>Element</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Synchronisations</source>
+        <translation>Synchronisationen</translation>
+    </message>
+    <message>
+        <source>Work Planes</source>
+        <translation>Arbeitsebenen</translation>
+    </message>
+    <message>
+        <source>active</source>
+        <translation>aktiv</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>Operation</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>enabled</source>
+        <translation>ein</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>NC code generation was cancelled.</source>
+        <translation>Die NC-Code-Erzeugung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Feldra Help</source>
+        <translation>Feldra-Hilfe</translation>
+    </message>
+    <message>
+        <source>Help file:</source>
+        <translation>Hilfedatei:</translation>
+    </message>
+    <message>
+        <source>Topic:</source>
+        <translation>Thema:</translation>
+    </message>
+    <message>
+        <source>(start page)</source>
+        <translation>(Startseite)</translation>
+    </message>
+    <message>
+        <source>Pick an Object</source>
+        <translation>Objekt auswählen</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+
+// What the Feldra application and the macro runner do on the host: open, create
+// and save document files, and run the host's NC code generation. File errors
+// throw feldra::DocumentError (a host::HostError) naming the file.
+namespace feldra {
+
+class Host;
+struct DocumentState;
+
+// The host's command id of NC code generation.
+inline constexpr int kGenerateNcCommand = 3320;
+
+// Opens a document file; it becomes the active document (AfterDocumentOpen).
+std::shared_ptr<DocumentState> OpenDocumentFile(Host& host, const QString& path);
+// A new, unnamed document made from a template file (AfterNewDocumentOpen).
+std::shared_ptr<DocumentState> NewDocumentFromTemplate(Host& host, const QString& templatePath);
+// Opens a template file itself for editing (AfterTemplateOpen).
+std::shared_ptr<DocumentState> OpenTemplateFile(Host& host, const QString& path);
+// Writes the document to path, which becomes its file name (AfterDocumentSave).
+void SaveDocumentFile(Host& host, DocumentState& document, const QString& path);
+
+// Command 3320 on the active document: BeforeCommandRun first; the NC listing,
+// or nothing when an add-in overrides the command. Throws without a document.
+std::optional<QString> GenerateNcCode(Host& host);
+
+} // namespace feldra

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QTreeWidget>
+
+namespace feldra {
+
+struct DocumentData;
+class QtLocalizer;
+
+// The active document as a tree: machine setup, tools, operations with their
+// technology parameters, synchronisations and work planes.
+class DocumentTree : public QTreeWidget {
+public:
+    explicit DocumentTree(QWidget* parent = nullptr);
+
+    // Shows the document (nothing when none); headings through the localiser.
+    void Show(const DocumentData* document, const QtLocalizer& localizer);
+};
+
+} // namespace feldra

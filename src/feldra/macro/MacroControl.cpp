@@ -1,0 +1,197 @@
+#include "feldra/macro/MacroControl.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFocusEvent>
+#include <QJSEngine>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTableWidget>
+#include <QTextEdit>
+
+namespace feldra {
+
+MacroControl::MacroControl(QWidget* control, const QString& formName)
+    : control_(control), formName_(formName), name_(control->objectName())
+{
+}
+
+void MacroControl::fail(const QString& problem) const
+{
+    if (QJSEngine* engine = qjsEngine(this))
+        engine->throwError(QStringLiteral("%1.%2: %3").arg(formName_, name_, problem));
+}
+
+QWidget* MacroControl::widget() const
+{
+    if (!control_)
+        fail(QStringLiteral("the control no longer exists"));
+    return control_;
+}
+
+QString MacroControl::name() const { return name_; }
+QString MacroControl::type() const { return control_ ? control_->metaObject()->className() : QString(); }
+
+QString MacroControl::text() const
+{
+    QWidget* w = widget();
+    if (auto* edit = qobject_cast<QLineEdit*>(w))
+        return edit->text();
+    if (auto* label = qobject_cast<QLabel*>(w))
+        return label->text();
+    if (auto* button = qobject_cast<QAbstractButton*>(w))
+        return button->text();
+    if (auto* combo = qobject_cast<QComboBox*>(w))
+        return combo->currentText();
+    if (auto* list = qobject_cast<QListWidget*>(w))
+        return list->currentItem() ? list->currentItem()->text() : QString();
+    if (auto* text = qobject_cast<QPlainTextEdit*>(w))
+        return text->toPlainText();
+    if (auto* text = qobject_cast<QTextEdit*>(w))
+        return text->toPlainText();
+    if (w)
+        fail(QStringLiteral("a %1 has no text").arg(type()));
+    return {};
+}
+
+void MacroControl::setText(const QString& text)
+{
+    QWidget* w = widget();
+    if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+        if (edit->isReadOnly() || !edit->isEnabled())
+            return fail(QStringLiteral("the field cannot be typed in"));
+        edit->setText(text);
+        emit edit->textEdited(text);
+    } else if (auto* combo = qobject_cast<QComboBox*>(w); combo && combo->isEditable()) {
+        combo->setEditText(text);
+    } else if (auto* plain = qobject_cast<QPlainTextEdit*>(w)) {
+        plain->setPlainText(text);
+    } else if (auto* rich = qobject_cast<QTextEdit*>(w)) {
+        rich->setPlainText(text);
+    } else if (w) {
+        fail(QStringLiteral("a %1 cannot be typed in").arg(type()));
+    }
+}
+
+int MacroControl::listIndex() const
+{
+    QWidget* w = widget();
+    if (auto* combo = qobject_cast<QComboBox*>(w))
+        return combo->currentIndex();
+    if (auto* list = qobject_cast<QListWidget*>(w))
+        return list->currentRow();
+    if (w)
+        fail(QStringLiteral("a %1 is not a list").arg(type()));
+    return -1;
+}
+
+void MacroControl::setListIndex(int index)
+{
+    QWidget* w = widget();
+    if (!w)
+        return;
+    if (!w->isEnabled())
+        return fail(QStringLiteral("the list is disabled"));
+    if (auto* combo = qobject_cast<QComboBox*>(w)) {
+        if (index < 0 || index >= combo->count())
+            return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(combo->count()));
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
+    } else if (auto* list = qobject_cast<QListWidget*>(w)) {
+        if (index < 0 || index >= list->count())
+            return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(list->count()));
+        list->setCurrentRow(index);
+        emit list->itemClicked(list->item(index));
+    } else {
+        fail(QStringLiteral("a %1 is not a list").arg(type()));
+    }
+}
+
+QStringList MacroControl::entries() const
+{
+    QStringList result;
+    QWidget* w = widget();
+    if (auto* combo = qobject_cast<QComboBox*>(w)) {
+        for (int i = 0; i < combo->count(); ++i)
+            result << combo->itemText(i);
+    } else if (auto* list = qobject_cast<QListWidget*>(w)) {
+        for (int i = 0; i < list->count(); ++i)
+            result << list->item(i)->text();
+    } else if (w) {
+        fail(QStringLiteral("a %1 is not a list").arg(type()));
+    }
+    return result;
+}
+
+void MacroControl::select(const QString& entry)
+{
+    const int index = int(entries().indexOf(entry));
+    if (index < 0)
+        return fail(QStringLiteral("no entry \"%1\"").arg(entry));
+    setListIndex(index);
+}
+
+bool MacroControl::checked() const
+{
+    auto* button = qobject_cast<QAbstractButton*>(widget());
+    if (!button || !button->isCheckable())
+        fail(QStringLiteral("the control cannot be checked"));
+    return button && button->isChecked();
+}
+
+void MacroControl::setChecked(bool checked)
+{
+    auto* button = qobject_cast<QAbstractButton*>(widget());
+    if (!button || !button->isCheckable())
+        return fail(QStringLiteral("the control cannot be checked"));
+    if (button->isChecked() != checked)
+        click();
+}
+
+bool MacroControl::enabled() const { return widget() && control_->isEnabled(); }
+bool MacroControl::visible() const { return widget() && control_->isVisible(); }
+
+int MacroControl::rowCount() const
+{
+    QWidget* w = widget();
+    if (auto* table = qobject_cast<QTableWidget*>(w))
+        return table->rowCount();
+    if (w)
+        fail(QStringLiteral("a %1 is not a grid").arg(type()));
+    return 0;
+}
+
+QString MacroControl::cell(int row, int column) const
+{
+    auto* table = qobject_cast<QTableWidget*>(widget());
+    if (!table)
+        fail(QStringLiteral("the control is not a grid"));
+    else if (row < 0 || row >= table->rowCount() || column < 0 || column >= table->columnCount())
+        fail(QStringLiteral("no cell %1, %2").arg(row).arg(column));
+    else if (const QTableWidgetItem* item = table->item(row, column))
+        return item->text();
+    return {};
+}
+
+void MacroControl::click()
+{
+    auto* button = qobject_cast<QAbstractButton*>(widget());
+    if (!button)
+        return fail(QStringLiteral("a %1 cannot be clicked").arg(type()));
+    if (!button->isEnabled())
+        return fail(QStringLiteral("the button is disabled"));
+    button->click();
+}
+
+void MacroControl::leave()
+{
+    if (QWidget* w = widget()) {
+        QFocusEvent focusOut(QEvent::FocusOut, Qt::TabFocusReason);
+        QCoreApplication::sendEvent(w, &focusOut);
+    }
+}
+
+} // namespace feldra

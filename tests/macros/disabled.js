@@ -1,0 +1,1 @@
+feldra.runCommand('Never');

@@ -1,0 +1,3 @@
+const fine = 1;
+
+noSuchFunction(fine);

@@ -1,0 +1,1 @@
+print(doc.MachineSetup.Param8144);

@@ -1,0 +1,171 @@
+#include "TestAddIn.h"
+#include "feldra/app/HelpViewer.h"
+#include "feldra/app/MainWindow.h"
+#include "feldra/app/PickDialog.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QtTest>
+
+class tst_MainWindow : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void toolbarShowsAddInControlsWhereTheAddInPutThem();
+    void enabledStateFollowsTheAddInAfterEachCommand();
+    void hiddenControlIsNotShown();
+    void languageSwitchTranslatesTheHostTexts();
+    void pickDialogAnswersTheChosenKey();
+    void helpViewerShowsTheUnpackedTopic_data();
+    void helpViewerShowsTheUnpackedTopic();
+};
+
+namespace {
+
+QStringList Texts(const QList<QAction*>& actions)
+{
+    QStringList texts;
+    for (const QAction* action : actions)
+        texts << (action->isSeparator() ? QStringLiteral("|") : action->text());
+    return texts;
+}
+
+QAction* Action(const QList<QAction*>& actions, const QString& text)
+{
+    for (QAction* action : actions)
+        if (action->text() == text)
+            return action;
+    return nullptr;
+}
+
+QMenu* Menu(QMainWindow& window, const QString& title)
+{
+    for (QAction* action : window.menuBar()->actions())
+        if (action->menu() && action->text() == title)
+            return action->menu();
+    return nullptr;
+}
+
+} // namespace
+
+void tst_MainWindow::toolbarShowsAddInControlsWhereTheAddInPutThem()
+{
+    feldra::Host host;
+    TestAddIn addIn(host);
+    feldra::MainWindow window(host);
+    const QList<QAction*> lathe = window.CommandBarToolBar(23)->actions();
+    QCOMPARE(Texts(lathe), (QStringList{"Turret Setup", "Simulate", "Ask", "Never", "Generate NC Code"}));
+    QCOMPARE(Action(lathe, "Ask")->toolTip(), QStringLiteral("Asks for a value"));
+    QCOMPARE(Texts(window.CommandBarToolBar(2)->actions()), (QStringList{"Cut", "Copy", "Paste"}));
+    QMenu* help = Menu(window, "Help");
+    QVERIFY(help);
+    QCOMPARE(Texts(help->actions()), (QStringList{"Help Topics", "|", "About Feldra", "Toggle Ask", "Pick"}));
+}
+
+void tst_MainWindow::enabledStateFollowsTheAddInAfterEachCommand()
+{
+    feldra::Host host;
+    TestAddIn addIn(host);
+    feldra::MainWindow window(host);
+    QVERIFY(Action(window.CommandBarToolBar(23)->actions(), "Ask")->isEnabled());
+    QVERIFY(!Action(window.CommandBarToolBar(23)->actions(), "Never")->isEnabled());
+
+    Action(Menu(window, "Help")->actions(), "Toggle Ask")->trigger();
+    QVERIFY(!Action(window.CommandBarToolBar(23)->actions(), "Ask")->isEnabled());
+    Action(Menu(window, "Help")->actions(), "Toggle Ask")->trigger();
+    QVERIFY(Action(window.CommandBarToolBar(23)->actions(), "Ask")->isEnabled());
+}
+
+void tst_MainWindow::hiddenControlIsNotShown()
+{
+    feldra::Host host;
+    TestAddIn addIn(host);
+    feldra::MainWindow window(host);
+    auto bar = host.ApplicationFor("Test.Connect")->CommandBars()->Item(23);
+    bar->Control(4)->setVisible(false); // "Never"
+    host.ApplicationFor("Test.Connect")->RefreshCommandBars();
+    QVERIFY(!Action(window.CommandBarToolBar(23)->actions(), "Never")->isVisible());
+    QVERIFY(Action(window.CommandBarToolBar(23)->actions(), "Ask")->isVisible());
+}
+
+void tst_MainWindow::languageSwitchTranslatesTheHostTexts()
+{
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    auto* panes = window.findChild<QTabWidget*>("panes");
+    QMenu* languages = Menu(window, "View")->findChild<QMenu*>();
+    Action(languages->actions(), "German")->trigger(); // kept in the settings
+    QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kGerman);
+    QCOMPARE(host.App().languageCode, feldra::QtLocalizer::kGerman);
+    QCOMPARE(panes->tabText(0), QStringLiteral("Simulation"));
+    QCOMPARE(panes->tabText(2), QStringLiteral("Protokoll"));
+    QVERIFY(Menu(window, "Datei"));
+    QCOMPARE(host.Services().createLocalizer()->LanguageCode(), feldra::QtLocalizer::kGerman);
+    Action(Menu(window, "Ansicht")->findChild<QMenu*>()->actions(), "Englisch")->trigger();
+    QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kEnglish);
+    QCOMPARE(panes->tabText(2), QStringLiteral("Log"));
+    QVERIFY(Menu(window, "File"));
+}
+
+void tst_MainWindow::pickDialogAnswersTheChosenKey()
+{
+    feldra::DocumentData document;
+    auto feature = std::make_shared<feldra::FeatureData>();
+    feature->key = "F-GROOVE";
+    document.features << feature;
+    auto operation = std::make_shared<feldra::OperationData>();
+    operation->key = "OP-7";
+    operation->name = "Cut-Off";
+    document.operations << operation;
+
+    feldra::PickDialog dialog(document, "Pick the groove");
+    auto* objects = dialog.findChild<QListWidget*>("lstObjects");
+    QCOMPARE(objects->count(), 2);
+    QCOMPARE(dialog.PickedKey(), QString()); // nothing chosen yet
+    objects->setCurrentRow(1);
+    QCOMPARE(dialog.PickedKey(), QStringLiteral("OP-7"));
+    objects->setCurrentRow(0);
+    QCOMPARE(dialog.PickedKey(), QStringLiteral("F-GROOVE"));
+}
+
+void tst_MainWindow::helpViewerShowsTheUnpackedTopic_data()
+{
+    QTest::addColumn<QString>("topic");
+    QTest::addColumn<QString>("page");     // unpacked beside the help file, empty for none
+    QTest::addColumn<QString>("expected"); // a part of what the viewer shows
+
+    QTest::newRow("topic with an anchor") << "posting.htm#Warning" << "posting.htm" << "Posting page";
+    QTest::newRow("start page") << "" << "index.htm" << "Posting page";
+    QTest::newRow("not unpacked") << "posting.htm" << "" << "is not unpacked";
+}
+
+void tst_MainWindow::helpViewerShowsTheUnpackedTopic()
+{
+    QFETCH(QString, topic);
+    QFETCH(QString, page);
+    QFETCH(QString, expected);
+
+    QTemporaryDir folder;
+    const QString helpFile = folder.filePath("G-Code Help.chm");
+    if (!page.isEmpty()) {
+        QVERIFY(QDir(folder.path()).mkpath("G-Code Help"));
+        QFile html(folder.filePath("G-Code Help/" + page));
+        QVERIFY(html.open(QIODevice::WriteOnly));
+        html.write("<html><body><p>Posting page</p></body></html>");
+    }
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    host.Services().showHelpTopic(helpFile, topic);
+    feldra::HelpViewer* viewer = window.Help();
+    QVERIFY(viewer->isVisible());
+    QCOMPARE(viewer->findChild<QLabel*>("lblHelpFile")->text(), helpFile);
+    QVERIFY(viewer->findChild<QTextBrowser*>("txtPage")->toPlainText().contains(expected));
+}
+
+QTEST_MAIN(tst_MainWindow)
+#include "tst_MainWindow.moc"
