@@ -60,16 +60,16 @@ DocumentBuilder& DocumentBuilder::StandardTools()
     return *this;
 }
 
-DocumentBuilder& DocumentBuilder::Operation(const OperationSpec& spec)
+DocumentBuilder& DocumentBuilder::Operation(const OperationPlan& plan)
 {
     auto operation = std::make_shared<feldra::OperationData>();
     operation->id = int(data_.operations.size()) + 1;
     operation->key = QStringLiteral("OP%1").arg(operation->id);
-    operation->name = spec.name;
-    operation->technology->type = spec.type;
-    SetParameter(operation->technology->parameters, QStringLiteral("ToolID"), spec.toolId);
-    SetParameter(operation->technology->parameters, QStringLiteral("HeadID"), spec.headId);
-    SetParameter(operation->technology->parameters, QStringLiteral("SpindleID"), spec.spindleId);
+    operation->name = plan.name;
+    operation->technology->type = plan.type;
+    SetParameter(operation->technology->parameters, QStringLiteral("ToolID"), plan.toolId);
+    SetParameter(operation->technology->parameters, QStringLiteral("HeadID"), plan.headId);
+    SetParameter(operation->technology->parameters, QStringLiteral("SpindleID"), plan.spindleId);
     data_.operations.append(operation);
     return *this;
 }
@@ -141,23 +141,23 @@ std::shared_ptr<feldra::DocumentState> RandomDocument(std::mt19937& random, int 
     const bool withPickup = chance(0.8);
     const int namePool = std::max(2, operations * 2 / 3);
     for (int j = 1; j <= operations; ++j) {
-        OperationSpec spec;
-        spec.name = QStringLiteral("Op %1").arg(uniqueNames ? j : pick(1, namePool));
+        OperationPlan plan;
+        plan.name = QStringLiteral("Op %1").arg(uniqueNames ? j : pick(1, namePool));
         const int kind = pick(0, 19);
-        spec.type = withCutoff && kind == 0 ? (chance(0.5) ? 153 : 398)
+        plan.type = withCutoff && kind == 0 ? (chance(0.5) ? 153 : 398)
                     : withPickup && kind == 1 ? 207
                                               : QList<int>{44, 145, 148, 37, 154}[pick(0, 4)];
         if (chance(0.08))
-            spec.toolId = QVariant(); // no "ToolID"
+            plan.toolId = QVariant(); // no "ToolID"
         else if (chance(0.08))
-            spec.toolId = QStringLiteral("T99"); // names no tool
+            plan.toolId = QStringLiteral("T99"); // names no tool
         else if (chance(backToolShare))
-            spec.toolId = QStringLiteral("T%1").arg(pick(21, 23));
+            plan.toolId = QStringLiteral("T%1").arg(pick(21, 23));
         else
-            spec.toolId = QStringLiteral("T%1").arg(pick(1, 7), 2, 10, QLatin1Char('0'));
-        spec.headId = chance(0.05) ? QVariant() : QVariant(chance(0.75) ? 1 : 2);
-        spec.spindleId = chance(0.05) ? QVariant() : QVariant(chance(0.8) ? 1 : 2);
-        builder.Operation(spec);
+            plan.toolId = QStringLiteral("T%1").arg(pick(1, 7), 2, 10, QLatin1Char('0'));
+        plan.headId = chance(0.05) ? QVariant() : QVariant(chance(0.75) ? 1 : 2);
+        plan.spindleId = chance(0.05) ? QVariant() : QVariant(chance(0.8) ? 1 : 2);
+        builder.Operation(plan);
     }
     for (int s = 0; s < syncs; ++s) {
         QList<NodeSpec> nodes;

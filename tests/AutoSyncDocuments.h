@@ -11,7 +11,7 @@
 namespace autosynctest {
 
 // A technology parameter left invalid is missing from the operation.
-struct OperationSpec {
+struct OperationPlan {
     QString name;
     int type = 44;
     QVariant toolId;
@@ -35,7 +35,7 @@ public:
     // Tools 1 to 7 and 21 to 23, with the identifiers "T01" ... "T23".
     DocumentBuilder& StandardTools();
     // Operations get the ids 1, 2, ... in the order they are added.
-    DocumentBuilder& Operation(const OperationSpec& operation);
+    DocumentBuilder& Operation(const OperationPlan& operation);
     DocumentBuilder& Sync(int typeIndex, const QList<NodeSpec>& nodes);
 
     std::shared_ptr<feldra::DocumentState> Build() const;

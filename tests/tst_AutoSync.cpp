@@ -30,25 +30,25 @@ constexpr int kL5 = 7; // "L5-16/20"
 
 // "B=21h2s2": operation B on tool 21 ("T21"), head 2, spindle 2; "=0" no tool
 // named, "=-" no "ToolID" at all; "c153", "p207" set the technology type.
-OperationSpec Parse(const QString& token)
+OperationPlan Parse(const QString& token)
 {
     static const QRegularExpression pattern(QStringLiteral("^([^=]+)=(-|\\d+)(h\\d)?(s\\d)?([cp]\\d+)?$"));
     const auto match = pattern.match(token);
     if (!match.hasMatch())
         throw std::invalid_argument("not an operation: " + token.toStdString());
-    OperationSpec spec;
-    spec.name = match.captured(1);
+    OperationPlan plan;
+    plan.name = match.captured(1);
     if (match.captured(2) != QLatin1String("-"))
-        spec.toolId = match.captured(2) == QLatin1String("0")
+        plan.toolId = match.captured(2) == QLatin1String("0")
                           ? QString()
                           : QStringLiteral("T%1").arg(match.captured(2).toInt(), 2, 10, QLatin1Char('0'));
     if (match.hasCaptured(3))
-        spec.headId = match.captured(3).mid(1).toInt();
+        plan.headId = match.captured(3).mid(1).toInt();
     if (match.hasCaptured(4))
-        spec.spindleId = match.captured(4).mid(1).toInt();
+        plan.spindleId = match.captured(4).mid(1).toInt();
     if (match.hasCaptured(5))
-        spec.type = match.captured(5).mid(1).toInt();
-    return spec;
+        plan.type = match.captured(5).mid(1).toInt();
+    return plan;
 }
 
 DocumentBuilder Operations(const QString& tokens)
