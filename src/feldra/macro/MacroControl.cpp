@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTextEdit>
@@ -164,16 +165,41 @@ int MacroControl::rowCount() const
     return 0;
 }
 
-QString MacroControl::cell(int row, int column) const
+// The item of a grid cell; a script error when the control is no grid or
+// the grid has no such cell.
+QTableWidgetItem* MacroControl::gridItem(int row, int column) const
 {
     auto* table = qobject_cast<QTableWidget*>(widget());
     if (!table)
         fail(QStringLiteral("the control is not a grid"));
     else if (row < 0 || row >= table->rowCount() || column < 0 || column >= table->columnCount())
         fail(QStringLiteral("no cell %1, %2").arg(row).arg(column));
-    else if (const QTableWidgetItem* item = table->item(row, column))
-        return item->text();
-    return {};
+    else
+        return table->item(row, column);
+    return nullptr;
+}
+
+QString MacroControl::cell(int row, int column) const
+{
+    const QTableWidgetItem* item = gridItem(row, column);
+    return item ? item->text() : QString();
+}
+
+void MacroControl::clickCell(int row, int column)
+{
+    QTableWidgetItem* item = gridItem(row, column);
+    if (!item)
+        return;
+    auto* table = item->tableWidget();
+    if (!table->isEnabled())
+        return fail(QStringLiteral("the grid is disabled"));
+    table->scrollToItem(item);
+    const QPointF at = table->visualItemRect(item).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, at, table->viewport()->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(table->viewport(), &event);
+    }
 }
 
 void MacroControl::click()
