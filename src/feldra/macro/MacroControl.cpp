@@ -165,9 +165,9 @@ int MacroControl::rowCount() const
     return 0;
 }
 
-// The item of a grid cell; a script error when the control is no grid or
-// the grid has no such cell.
-QTableWidgetItem* MacroControl::gridItem(int row, int column) const
+// The grid of a cell; a script error (and null) when the control is no grid
+// or the grid has no such cell.
+QTableWidget* MacroControl::gridOf(int row, int column) const
 {
     auto* table = qobject_cast<QTableWidget*>(widget());
     if (!table)
@@ -175,26 +175,27 @@ QTableWidgetItem* MacroControl::gridItem(int row, int column) const
     else if (row < 0 || row >= table->rowCount() || column < 0 || column >= table->columnCount())
         fail(QStringLiteral("no cell %1, %2").arg(row).arg(column));
     else
-        return table->item(row, column);
+        return table;
     return nullptr;
 }
 
 QString MacroControl::cell(int row, int column) const
 {
-    const QTableWidgetItem* item = gridItem(row, column);
+    const QTableWidget* table = gridOf(row, column);
+    const QTableWidgetItem* item = table ? table->item(row, column) : nullptr;
     return item ? item->text() : QString();
 }
 
 void MacroControl::clickCell(int row, int column)
 {
-    QTableWidgetItem* item = gridItem(row, column);
-    if (!item)
+    QTableWidget* table = gridOf(row, column);
+    if (!table)
         return;
-    auto* table = item->tableWidget();
     if (!table->isEnabled())
         return fail(QStringLiteral("the grid is disabled"));
-    table->scrollToItem(item);
-    const QPointF at = table->visualItemRect(item).center();
+    const QModelIndex index = table->model()->index(row, column);
+    table->scrollTo(index);
+    const QPointF at = table->visualRect(index).center();
     for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
         const Qt::MouseButtons buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
         QMouseEvent event(type, at, table->viewport()->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);

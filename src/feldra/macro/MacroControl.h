@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <QWidget>
 
-class QTableWidgetItem;
+class QTableWidget;
 
 namespace feldra {
 
@@ -54,7 +54,7 @@ public:
 private:
     QWidget* widget() const;
     void fail(const QString& problem) const;
-    QTableWidgetItem* gridItem(int row, int column) const;
+    QTableWidget* gridOf(int row, int column) const;
 
     QPointer<QWidget> control_;
     QString formName_;
