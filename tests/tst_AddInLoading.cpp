@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTest>
 #include <QTimer>
 
@@ -103,6 +104,14 @@ private slots:
         QVERIFY(host->AddIns().Load(kProgId, MARELON_MODULE));
         QVERIFY(!host->App().commands.isEmpty());
         host.reset(); // the add-in's shutdown still reaches a standing host
+    }
+
+    // The add-in finds its holder libraries beside its module.
+    void theAddInsFolderIsTheModulesFolder()
+    {
+        Host host;
+        QVERIFY(host.AddIns().Load(kProgId, MARELON_MODULE));
+        QCOMPARE(host.App().addInFolder, QFileInfo(MARELON_MODULE).absolutePath() + QLatin1Char('/'));
     }
 
     void aSessionWithTheAddIn()

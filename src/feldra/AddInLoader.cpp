@@ -3,6 +3,8 @@
 #include "addin/host/HostError.h"
 #include "feldra/Host.h"
 
+#include <QFileInfo>
+
 #include <exception>
 
 namespace feldra {
@@ -54,6 +56,10 @@ bool AddInLoader::Load(const QString& progId, const QString& modulePath, int con
         loaded->library->unload();
         return fail(QStringLiteral("the module does not create this add-in"));
     }
+    // The add-ins' folder is the folder of the first module loaded; the
+    // add-in finds the files delivered with it there (its holder libraries).
+    if (host_.App().addInFolder.isEmpty())
+        host_.App().addInFolder = QFileInfo(modulePath).absolutePath() + QLatin1Char('/');
     QVariantList custom;
     const bool connected = CallAddIn(kConnection, [&] {
         loaded->addIn->OnConnection(host_.ApplicationFor(progId), connectMode, QVariant(), custom);

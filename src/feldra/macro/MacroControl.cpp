@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTextEdit>
@@ -164,16 +165,42 @@ int MacroControl::rowCount() const
     return 0;
 }
 
-QString MacroControl::cell(int row, int column) const
+// The grid of a cell; a script error (and null) when the control is no grid
+// or the grid has no such cell.
+QTableWidget* MacroControl::gridOf(int row, int column) const
 {
     auto* table = qobject_cast<QTableWidget*>(widget());
     if (!table)
         fail(QStringLiteral("the control is not a grid"));
     else if (row < 0 || row >= table->rowCount() || column < 0 || column >= table->columnCount())
         fail(QStringLiteral("no cell %1, %2").arg(row).arg(column));
-    else if (const QTableWidgetItem* item = table->item(row, column))
-        return item->text();
-    return {};
+    else
+        return table;
+    return nullptr;
+}
+
+QString MacroControl::cell(int row, int column) const
+{
+    const QTableWidget* table = gridOf(row, column);
+    const QTableWidgetItem* item = table ? table->item(row, column) : nullptr;
+    return item ? item->text() : QString();
+}
+
+void MacroControl::clickCell(int row, int column)
+{
+    QTableWidget* table = gridOf(row, column);
+    if (!table)
+        return;
+    if (!table->isEnabled())
+        return fail(QStringLiteral("the grid is disabled"));
+    const QModelIndex index = table->model()->index(row, column);
+    table->scrollTo(index);
+    const QPointF at = table->visualRect(index).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, at, table->viewport()->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(table->viewport(), &event);
+    }
 }
 
 void MacroControl::click()

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QWidget>
 
+class QTableWidget;
+
 namespace feldra {
 
 // A control of a dialog as a macro sees it, acted on as a user would: setting
@@ -46,10 +48,13 @@ public:
     Q_INVOKABLE void select(const QString& entry);
     // The text of a grid cell, rows and columns from 0.
     Q_INVOKABLE QString cell(int row, int column) const;
+    // Clicks a grid cell with the left mouse button, as a user does.
+    Q_INVOKABLE void clickCell(int row, int column);
 
 private:
     QWidget* widget() const;
     void fail(const QString& problem) const;
+    QTableWidget* gridOf(int row, int column) const;
 
     QPointer<QWidget> control_;
     QString formName_;
