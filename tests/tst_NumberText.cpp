@@ -152,6 +152,35 @@ private slots:
             QVERIFY_THROWS_EXCEPTION(NumberError, ToDouble(text, locale));
     }
 
+    void variantToNumber_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<bool>("isNumber");
+        QTest::addColumn<double>("number");
+
+        QTest::newRow("double") << QVariant(2.5) << kGerman << true << 2.5;
+        QTest::newRow("integer") << QVariant(797) << kEnglish << true << 797.0;
+        QTest::newRow("boolean") << QVariant(true) << kEnglish << true << 1.0;
+        QTest::newRow("text in the locale") << QVariant("2,5") << kGerman << true << 2.5;
+        QTest::newRow("text with leading zero") << QVariant("01") << kEnglish << true << 1.0;
+        QTest::newRow("text invariant") << QVariant("2.5") << QLocale::c() << true << 2.5;
+        QTest::newRow("text that is no number") << QVariant("T21") << kEnglish << false << 0.0;
+        QTest::newRow("empty text") << QVariant("") << kEnglish << false << 0.0;
+        QTest::newRow("no value") << QVariant() << kEnglish << false << 0.0;
+    }
+    void variantToNumber()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QLocale, locale);
+        QFETCH(bool, isNumber);
+        QFETCH(double, number);
+        const std::optional<double> read = VariantToNumber(value, locale);
+        QCOMPARE(read.has_value(), isNumber);
+        if (isNumber)
+            QCOMPARE(*read, number);
+    }
+
     void masks_data()
     {
         QTest::addColumn<QString>("mask");

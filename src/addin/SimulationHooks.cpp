@@ -42,27 +42,12 @@ bool IsMarelonLathe(host::Document& document)
     return document.MachineType() == 1 && document.MachineSetup()->MakerTag() == QLatin1String("MARELON");
 }
 
-// A number as it is; a text read in the user's number conventions; none for a
-// text that is no number (it equals no number).
-std::optional<double> AsNumber(const QVariant& value)
-{
-    if (value.typeId() == QMetaType::QString) {
-        const QString text = value.toString();
-        if (!numeric::IsNumeric(text))
-            return std::nullopt;
-        return numeric::ToDouble(text);
-    }
-    bool ok = false;
-    const double number = value.toDouble(&ok);
-    return ok ? std::optional<double>(number) : std::nullopt;
-}
-
 // True when the technology's parameter is this number; false when it is
 // another value or cannot be read.
 bool ParameterIs(host::Technology& technology, const QString& number, double expected)
 {
     bool equal = false;
-    ContinueOnError([&] { equal = AsNumber(technology.Parameter(number)->Value()) == expected; });
+    ContinueOnError([&] { equal = numeric::VariantToNumber(technology.Parameter(number)->Value()) == expected; });
     return equal;
 }
 
@@ -113,7 +98,7 @@ bool HasThreeHeads(host::Document& document)
 // number keeps both.
 void ApplyMachineCode(host::Document& document, host::Point& position)
 {
-    const auto code = AsNumber(document.MachineSetup()->MachineCode());
+    const auto code = numeric::VariantToNumber(document.MachineSetup()->MachineCode());
     if (!code || *code == 9 || *code == 10 || *code == 11)
         return;
     if (*code == 6)
@@ -241,7 +226,7 @@ void SimulationHooks::driveToZ2Position(host::Document& document, host::Operatio
     if (z2Position) {
         ContinueOnError([&] { z2Position->setCaption(Tr(QStringLiteral("Z2 Position"))); });
         ContinueOnError([&] {
-            if (AsNumber(z2Position->Value()) == kUnsetValue)
+            if (numeric::VariantToNumber(z2Position->Value()) == kUnsetValue)
                 z2Position->setValue(GetZ2UpperLimit(document));
         });
     }

@@ -35,27 +35,12 @@ QVariant ParameterValue(host::Technology& technology, const QString& name)
     return parameter->Value();
 }
 
-// A parameter value as a number: numbers as they are, texts when they read as
-// a number in the invariant form; nothing for anything else.
-std::optional<double> NumberOf(const QVariant& value)
-{
-    if (value.typeId() == QMetaType::QString) {
-        const QString text = value.toString();
-        if (!numeric::IsNumeric(text, QLocale::c()))
-            return std::nullopt;
-        return numeric::ToDouble(text, QLocale::c());
-    }
-    bool ok = false;
-    const double number = value.toDouble(&ok);
-    return ok ? std::optional<double>(number) : std::nullopt;
-}
-
 // A parameter value as text, as a tool identifier is compared.
 QString TextOf(const QVariant& value)
 {
     if (value.typeId() == QMetaType::QString || !value.isValid())
         return value.toString();
-    const std::optional<double> number = NumberOf(value);
+    const std::optional<double> number = numeric::VariantToNumber(value, QLocale::c());
     return number ? numeric::NumberToInvariantText(*number) : value.toString();
 }
 
@@ -141,8 +126,8 @@ void AutoSync::readOperations()
         // A "ToolID" that names no tool of the document is not back-spindle work.
         const auto tool = toolNumbers.constFind(TextOf(ParameterValue(*technology, QStringLiteral("ToolID"))));
         read.backTool = tool != toolNumbers.cend() && IsBackSpindleTool(*tool);
-        read.headOne = NumberOf(ParameterValue(*technology, QStringLiteral("HeadID"))) == 1.0;
-        const std::optional<double> spindle = NumberOf(ParameterValue(*technology, QStringLiteral("SpindleID")));
+        read.headOne = numeric::VariantToNumber(ParameterValue(*technology, QStringLiteral("HeadID")), QLocale::c()) == 1.0;
+        const std::optional<double> spindle = numeric::VariantToNumber(ParameterValue(*technology, QStringLiteral("SpindleID")), QLocale::c());
         read.backSpindle = spindle && *spindle > 1;
         operations_.append(std::move(read));
     }

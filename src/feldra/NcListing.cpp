@@ -77,24 +77,10 @@ bool IsText(const QVariant& value)
     return value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray;
 }
 
-// A parameter value as a number, when it is one (a number or a text of one).
-std::optional<double> NumberOf(const QVariant& value)
-{
-    if (IsText(value)) {
-        const QString text = value.toString();
-        if (!numeric::IsNumeric(text, QLocale::c()))
-            return std::nullopt;
-        return numeric::ToDouble(text, QLocale::c());
-    }
-    bool ok = false;
-    const double number = value.toDouble(&ok);
-    return ok ? std::optional<double>(number) : std::nullopt;
-}
-
 // A parameter value as text: numbers in the invariant form, texts as they stand.
 QString TextOf(const QVariant& value)
 {
-    const std::optional<double> number = IsText(value) ? std::nullopt : NumberOf(value);
+    const std::optional<double> number = IsText(value) ? std::nullopt : numeric::VariantToNumber(value, QLocale::c());
     return number ? Number(*number) : value.toString();
 }
 
@@ -339,7 +325,7 @@ private:
         if (!head_.head)
             return true;
         const ParameterData* headId = FindParameter(operation.technology.get(), "HeadID");
-        const std::optional<double> named = headId ? NumberOf(headId->value) : std::nullopt;
+        const std::optional<double> named = headId ? numeric::VariantToNumber(headId->value, QLocale::c()) : std::nullopt;
         const bool namesAHead = named && *named >= 1 && *named <= head_.count && *named == int(*named);
         return !namesAHead || int(*named) == head_.number;
     }

@@ -217,6 +217,19 @@ double ToDouble(const QString& text, const QLocale& locale)
     return value;
 }
 
+std::optional<double> VariantToNumber(const QVariant& value, const QLocale& locale)
+{
+    if (value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray) {
+        const QString text = value.toString();
+        if (!IsNumeric(text, locale))
+            return std::nullopt;
+        return ToDouble(text, locale);
+    }
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    return ok ? std::optional<double>(number) : std::nullopt;
+}
+
 QString Format(double value, const QString& maskText, const QLocale& locale)
 {
     const Mask mask = parseMask(maskText);

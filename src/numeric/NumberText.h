@@ -2,8 +2,10 @@
 
 #include <QLocale>
 #include <QString>
+#include <QVariant>
 
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 
 // The number text conventions of Marelon: every number the add-in shows or
@@ -42,6 +44,11 @@ int32_t RoundToInt32(double value);
 // is not numeric.
 bool IsNumeric(const QString& text, const QLocale& locale = QLocale());
 double ToDouble(const QString& text, const QLocale& locale = QLocale());
+
+// A host value (a parameter, a property) as a number: a number as it is, a
+// text through the locale's numeric conversion, none for a text that is no
+// number or a value that holds none.
+std::optional<double> VariantToNumber(const QVariant& value, const QLocale& locale = QLocale());
 
 // A value through one of the format masks "00", "###0", "###0.##",
 // "###0.###", "####0.0000", "##,##0.0000" and "##,##0.000000", with the
