@@ -309,6 +309,7 @@ void frmToolData::cmbHolders_Click()
     const HolderRecord& holder = holders_[position];
     const int units = DocumentUnits();
     ui_->lblHolderDesc->setText(holder.description);
+    ui_->lblHolderDesc->setToolTip(holder.description); // the whole text when the box cuts it
     ui_->txtHolderXShift->setText(numeric::NumberToText(InchesToDocument(holder.xShift, units)));
     ui_->txtHolderZShift->setText(numeric::NumberToText(InchesToDocument(holder.zShift, units)));
     ui_->txtHolderYShift->setText(numeric::NumberToText(InchesToDocument(holder.yShift, units)));
