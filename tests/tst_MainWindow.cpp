@@ -1,6 +1,9 @@
 #include "TestAddIn.h"
 #include "feldra/app/HelpViewer.h"
 #include "feldra/app/MainWindow.h"
+#include "feldra/app/MaskingPanel.h"
+#include "addin/host/Application.h"
+#include "feldra/Host.h"
 #include "feldra/app/PickDialog.h"
 
 #include <QLabel>
@@ -10,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <QtTest>
 
 class tst_MainWindow : public QObject {
@@ -21,6 +25,7 @@ private slots:
     void hiddenControlIsNotShown();
     void languageSwitchTranslatesTheHostTexts();
     void pickDialogAnswersTheChosenKey();
+    void controlMTogglesTheMaskingPanel();
     void helpViewerShowsTheUnpackedTopic_data();
     void helpViewerShowsTheUnpackedTopic();
 };
@@ -165,6 +170,38 @@ void tst_MainWindow::helpViewerShowsTheUnpackedTopic()
     QVERIFY(viewer->isVisible());
     QCOMPARE(viewer->findChild<QLabel*>("lblHelpFile")->text(), helpFile);
     QVERIFY(viewer->findChild<QTextBrowser*>("txtPage")->toPlainText().contains(expected));
+}
+
+// An add-in's keystroke "^m" reaches the window as Ctrl+M, which shows and
+// hides the masking panel; a masked operation leaves the document view.
+void tst_MainWindow::controlMTogglesTheMaskingPanel()
+{
+    feldra::Host host;
+    auto document = std::make_shared<feldra::DocumentState>();
+    for (const char* name : {"Face", "Cut-Off"}) {
+        auto operation = std::make_shared<feldra::OperationData>();
+        operation->name = name;
+        document->data.operations.append(operation);
+    }
+    feldra::MainWindow window(host);
+    host.OpenDocument(document);
+    window.RefreshDocumentView();
+    window.show();
+    auto application = host.ApplicationFor("Test.Connect");
+
+    application->SendKeys("^m");
+    QVERIFY(window.Masks()->isVisible());
+    auto* list = window.Masks()->findChild<QListWidget*>("maskList");
+    QCOMPARE(list->count(), 2);
+    list->item(1)->setCheckState(Qt::Checked);
+    auto* operations = window.findChild<QTreeWidget*>()->topLevelItem(0)->child(2);
+    QCOMPARE(operations->childCount(), 1);
+    QCOMPARE(operations->child(0)->text(0), QStringLiteral("1 Face"));
+
+    application->SendKeys("^m");
+    QVERIFY(!window.Masks()->isVisible());
+    application->SendKeys("^q"); // no action has it: nothing happens
+    QVERIFY(!window.Masks()->isVisible());
 }
 
 QTEST_MAIN(tst_MainWindow)

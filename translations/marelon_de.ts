@@ -25,6 +25,14 @@
         <translation>Masken</translation>
     </message>
     <message>
+        <source>Masking Panel</source>
+        <translation>Maskierungsfenster</translation>
+    </message>
+    <message>
+        <source>masked</source>
+        <translation>maskiert</translation>
+    </message>
+    <message>
         <source>Mask Graphic Objects</source>
         <translation>Grafikobjekte maskieren</translation>
     </message>

@@ -57,11 +57,15 @@ void AddTools(QTreeWidgetItem* item, const QList<std::shared_ptr<ToolData>>& too
     }
 }
 
-void AddOperations(QTreeWidgetItem* item, const QList<std::shared_ptr<OperationData>>& operations)
+void AddOperations(QTreeWidgetItem* item, const QList<std::shared_ptr<OperationData>>& operations,
+                   const QSet<const OperationData*>& masked)
 {
     int position = 0;
     for (const auto& operation : operations) {
-        auto* opItem = Add(item, QStringLiteral("%1 %2").arg(++position).arg(operation->name),
+        ++position;
+        if (masked.contains(operation.get()))
+            continue;
+        auto* opItem = Add(item, QStringLiteral("%1 %2").arg(position).arg(operation->name),
                            QStringLiteral("technology %1").arg(operation->technology->type));
         AddParameters(opItem, operation->technology->parameters);
     }
@@ -90,7 +94,8 @@ DocumentTree::DocumentTree(QWidget* parent) : QTreeWidget(parent)
     header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
 
-void DocumentTree::Show(const DocumentData* document, const QtLocalizer& localizer)
+void DocumentTree::Show(const DocumentData* document, const QtLocalizer& localizer,
+                        const QSet<const OperationData*>& masked)
 {
     clear();
     setHeaderLabels({localizer.Translate("Item"), localizer.Translate("Value")});
@@ -99,8 +104,12 @@ void DocumentTree::Show(const DocumentData* document, const QtLocalizer& localiz
     auto* root = new QTreeWidgetItem(this, {document->title});
     AddMachineSetup(Add(root, localizer.Translate("Machine Setup")), document->machineSetup);
     AddTools(Add(root, localizer.Translate("Tools"), QString::number(document->tools.size())), document->tools);
-    AddOperations(Add(root, localizer.Translate("Operations"), QString::number(document->operations.size())),
-                  document->operations);
+    const QString count = QString::number(document->operations.size());
+    AddOperations(Add(root, localizer.Translate("Operations"),
+                      masked.isEmpty() ? count
+                                       : count + QStringLiteral(" (") + QString::number(masked.size()) + QLatin1Char(' ')
+                                             + localizer.Translate("masked") + QLatin1Char(')')),
+                  document->operations, masked);
     AddSyncs(Add(root, localizer.Translate("Synchronisations"), QString::number(document->syncs.size())),
              *document);
     auto* planes = Add(root, localizer.Translate("Work Planes"), QString::number(document->workPlanes.size()));

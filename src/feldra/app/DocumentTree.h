@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QSet>
 #include <QTreeWidget>
 
 namespace feldra {
+
+struct OperationData;
 
 struct DocumentData;
 class QtLocalizer;
@@ -13,8 +16,10 @@ class DocumentTree : public QTreeWidget {
 public:
     explicit DocumentTree(QWidget* parent = nullptr);
 
-    // Shows the document (nothing when none); headings through the localiser.
-    void Show(const DocumentData* document, const QtLocalizer& localizer);
+    // Shows the document (nothing when none) without its masked operations;
+    // headings through the localiser.
+    void Show(const DocumentData* document, const QtLocalizer& localizer,
+              const QSet<const OperationData*>& masked = {});
 };
 
 } // namespace feldra

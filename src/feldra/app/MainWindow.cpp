@@ -6,6 +6,7 @@
 #include "feldra/QtMessageBoxService.h"
 #include "feldra/app/DocumentTree.h"
 #include "feldra/app/HelpViewer.h"
+#include "feldra/app/MaskingPanel.h"
 #include "feldra/app/PickDialog.h"
 #include "feldra/app/SimulationPane.h"
 
@@ -37,7 +38,7 @@ QString TemplateFilter() { return QStringLiteral("Feldra templates (*.fdt)"); }
 MainWindow::MainWindow(Host& host, QWidget* parent)
     : QMainWindow(parent), host_(host), tree_(new DocumentTree), panes_(new QTabWidget),
       simulation_(new SimulationPane), nc_(new QPlainTextEdit), log_(new QPlainTextEdit),
-      help_(new HelpViewer(this))
+      help_(new HelpViewer(this)), masks_(new MaskingPanel(this))
 {
     setObjectName("feldraMainWindow");
     nc_->setObjectName("ncPane");
@@ -61,11 +62,15 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
         bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         toolBars_.insert(number, bar);
     }
+    addDockWidget(Qt::RightDockWidgetArea, masks_);
+    masks_->hide();
+    connect(masks_, &MaskingPanel::MaskChanged, this, &MainWindow::RefreshDocumentView);
     resize(1000, 700);
 
     HostServices& services = host_.Services();
     services.mainWindow = this;
     services.refreshView = [this] { RefreshDocumentView(); };
+    services.sendKeys = [this](const QString& keys) { SendKeys(keys); };
     services.refreshCommandBars = [this] { RefreshCommandBars(); };
     services.showHelpTopic = [this](const QString& file, const QString& topic) {
         help_->ShowTopic(file, topic);
@@ -86,6 +91,7 @@ MainWindow::~MainWindow()
         services.messageBox = std::make_shared<MessageBoxRecorder>();
     services.mainWindow = nullptr;
     services.refreshView = nullptr;
+    services.sendKeys = nullptr;
     services.refreshCommandBars = nullptr;
     services.showHelpTopic = nullptr;
     services.createLocalizer = nullptr;
@@ -172,6 +178,26 @@ void MainWindow::addFileActions(QMenu* menu)
     menu->addAction(t("Exit"), this, &QWidget::close);
 }
 
+void MainWindow::addMaskingAction(QMenu* menu)
+{
+    QAction* toggle = masks_->toggleViewAction();
+    toggle->setText(localizer_.Translate("Masking Panel"));
+    toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    menu->addAction(toggle);
+}
+
+void MainWindow::SendKeys(const QString& keys)
+{
+    // "^" stands for Control, as the host's keystroke strings write it.
+    const QString written = keys.startsWith(QLatin1Char('^')) ? QStringLiteral("Ctrl+") + keys.mid(1).toUpper() : keys;
+    const QKeySequence sequence(written);
+    for (QAction* action : findChildren<QAction*>())
+        if (action->shortcut() == sequence && action->isEnabled()) {
+            action->trigger();
+            return;
+        }
+}
+
 void MainWindow::addLanguageMenu(QMenu* menu)
 {
     QMenu* languages = menu->addMenu(localizer_.Translate("Language"));
@@ -200,8 +226,10 @@ void MainWindow::buildMenus()
         QMenu* menu = menuBar()->addMenu(localizer_.Translate(data->caption));
         if (data->number == 1)
             addFileActions(menu);
-        if (data->number == 3)
+        if (data->number == 3) {
+            addMaskingAction(menu);
             addLanguageMenu(menu);
+        }
         for (const auto& entry : data->entries)
             menu->addAction(controlAction(*entry, menu));
     }
@@ -233,7 +261,8 @@ std::function<void()> MainWindow::hostCommand(const QString& caption)
 void MainWindow::RefreshDocumentView()
 {
     const auto& document = host_.ActiveDocument();
-    tree_->Show(document ? &document->data : nullptr, localizer_);
+    masks_->Show(document ? &document->data : nullptr, localizer_);
+    tree_->Show(document ? &document->data : nullptr, localizer_, masks_->Masked());
     const QString title = !document ? QString()
                           : document->fileName.isEmpty() ? document->data.title
                                                          : QFileInfo(document->fileName).fileName();

@@ -21,6 +21,7 @@ namespace feldra {
 class DocumentTree;
 class HelpViewer;
 class Host;
+class MaskingPanel;
 class SimulationPane;
 struct ControlData;
 
@@ -53,6 +54,10 @@ public:
 
     QToolBar* CommandBarToolBar(int number) const;
     HelpViewer* Help() const { return help_; }
+    MaskingPanel* Masks() const { return masks_; }
+    // Keystrokes sent to the host ("^m": control and M) run the window's
+    // action with that shortcut; Ctrl+M shows and hides the masking panel.
+    void SendKeys(const QString& keys);
 
     // 1033 English, 1031 German: the host's own texts are shown in it and the
     // add-ins' localisers are created for it.
@@ -77,6 +82,7 @@ protected:
 private:
     void buildMenus();
     void addFileActions(QMenu* menu);
+    void addMaskingAction(QMenu* menu);
     void addLanguageMenu(QMenu* menu);
     void fillToolBar(QToolBar* bar, int number);
     QAction* controlAction(const ControlData& control, QWidget* owner);
@@ -95,6 +101,7 @@ private:
     QPlainTextEdit* nc_;
     QPlainTextEdit* log_;
     HelpViewer* help_;
+    MaskingPanel* masks_;
     std::shared_ptr<host::MessageBoxService> messageBox_;
 };
 
