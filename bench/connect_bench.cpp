@@ -4,7 +4,6 @@
 #include "feldra/Host.h"
 #include "feldra/QtLocalizer.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -38,13 +37,3 @@ BENCHMARK(BM_OnConnection)->Arg(feldra::QtLocalizer::kEnglish)->Arg(feldra::QtLo
     ->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-}

@@ -42,13 +42,3 @@ void startup(benchmark::State& state, const QString& document)
 BENCHMARK_CAPTURE(startup, empty, QString())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(startup, example_part, QStringLiteral(MARELON_SOURCE_DIR "/examples/L5-part.fdoc"))
     ->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -8,7 +8,6 @@
 #include "tooldata/HolderLibrary.h"
 #include "tooldata/frmToolData.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -93,13 +92,3 @@ void readHolderLibrary(benchmark::State& state)
 BENCHMARK(openToolData)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(sortAndFillGrid)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readHolderLibrary)->Unit(benchmark::kMicrosecond);
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
