@@ -484,6 +484,11 @@ void tst_DocumentFile::badFilesNameTheFile_data()
     QTest::newRow("empty") << QByteArray() << "line 1, column 1 (offset 0)" << "";
     QTest::newRow("array at the top") << QByteArray("[1]") << "" << "a JSON object expected";
     QTest::newRow("no format") << QByteArray("{}") << "format" << "\"feldra-document\" expected";
+    QTest::newRow("no version") << QByteArray("{\"format\": \"feldra-document\"}") << "version"
+                                << "the schema version is missing";
+    QTest::newRow("integer beyond 64 bits")
+        << QByteArray("{\"format\": \"feldra-document\", \"version\": 1, \"x\": 123456789012345678901234567890}")
+        << "" << "number";
     QTest::newRow("missing file") << QByteArray() << "" << "cannot be opened";
 }
 

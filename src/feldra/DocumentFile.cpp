@@ -50,12 +50,9 @@ bool IsTemplateFile(const QString& path)
 DocumentData ReadDocument(const QByteArray& text, const QString& fileName)
 {
     const JsonFile file(QStringLiteral("LoadDocument"), fileName, kDocumentFormat);
-    const QJsonObject body = file.Parse(text);
     DocumentData document;
-    file.Check([&] {
-        FromJsonValue(body, JsonPlace(), document);
-        checkReferences(document);
-    });
+    file.Parse(text, document);
+    file.Check([&] { checkReferences(document); });
     return document;
 }
 

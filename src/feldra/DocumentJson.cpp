@@ -5,9 +5,9 @@ namespace {
 
 // A parameter's long form is an object {"value": ..., "caption": ...}; a bare
 // value is an object only in the {"number": "NaN"} form of a Variant double.
-bool isLongForm(const QJsonValue& value)
+bool isLongForm(JsonIn value)
 {
-    return value.isObject() && !IsNumberObject(value);
+    return value.is_object() && !IsNumberObject(value);
 }
 
 bool isBare(const ParameterData& parameter)
@@ -30,20 +30,17 @@ void WriteJson(JsonText& text, const Parameters& parameters)
     text.EndObject();
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Parameters& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, Parameters& target)
 {
-    if (!value.isObject())
-        FailExpected(at, "an object of parameters", value);
-    const QJsonObject object = value.toObject();
     target.clear();
-    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
-        const QString key = it.key();
+    for (const simdjson::dom::key_value_pair member : ObjectAt(value, at, "an object of parameters")) {
+        const QString key = ToQString(member.key);
         const JsonPlace place(at, QStringView(key));
         ParameterData& parameter = target[key];
-        if (isLongForm(it.value()))
-            FromJsonValue(it.value(), place, parameter);
+        if (isLongForm(member.value))
+            FromJsonValue(member.value, place, parameter);
         else
-            FromJsonValue(it.value(), place, parameter.value);
+            FromJsonValue(member.value, place, parameter.value);
     }
 }
 

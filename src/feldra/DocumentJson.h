@@ -15,7 +15,7 @@ concept RecordOf = std::same_as<std::remove_const_t<R>, T>;
 // as text; a parameter without caption and unknown fields is its bare value,
 // any other {"value": ..., "caption": ...}.
 void WriteJson(JsonText& text, const Parameters& parameters);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Parameters& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, Parameters& target);
 
 // ---- machine setup -----------------------------------------------------------
 

@@ -10,8 +10,8 @@
 namespace feldra {
 namespace {
 
-const QString kFormatKey = QStringLiteral("format");
-const QString kVersionKey = QStringLiteral("version");
+const char* const kFormatKey = "format";
+const char* const kVersionKey = "version";
 
 // "line 3, column 14 (offset 52)" for a byte offset into a text.
 QString position(const QByteArray& text, qsizetype offset)
@@ -45,40 +45,51 @@ QByteArray JsonFile::Read() const
     return text;
 }
 
-QJsonObject JsonFile::Parse(const QByteArray& text) const
+JsonIn JsonFile::parseText(simdjson::dom::parser& parser, const QByteArray& text) const
 {
-    QJsonParseError error;
-    const QJsonDocument json = QJsonDocument::fromJson(text, &error);
-    if (error.error != QJsonParseError::NoError)
-        Fail(position(text, error.offset), error.errorString());
-    if (!json.isObject())
-        Fail({}, QStringLiteral("a JSON object expected, found an array"));
-    QJsonObject top = json.object();
-    checkFormat(top);
-    top.remove(kFormatKey);
-    top.remove(kVersionKey);
+    JsonIn top;
+    if (const simdjson::error_code error = parser.parse(text.constData(), std::size_t(text.size())).get(top))
+        failSyntax(text, error);
+    Check([&] { ObjectAt(top, JsonPlace(), "a JSON object"); });
     return top;
 }
 
-void JsonFile::checkFormat(const QJsonObject& top) const
+// The fast parser does not say where the text goes wrong: Qt's parser is
+// asked for the place. Where only the fast one refuses the text (an integer
+// beyond 64 bits, an unpaired surrogate), its own words are given.
+void JsonFile::failSyntax(const QByteArray& text, simdjson::error_code error) const
 {
-    if (top.value(kFormatKey) != QJsonValue(QLatin1String(format_.marker)))
-        Fail(kFormatKey, QStringLiteral("\"%1\" expected: this is not %2")
-                             .arg(QLatin1String(format_.marker), QLatin1String(format_.what)));
+    QJsonParseError qtError;
+    QJsonDocument::fromJson(text, &qtError);
+    if (qtError.error != QJsonParseError::NoError)
+        Fail(position(text, qtError.offset), qtError.errorString());
+    Fail({}, QString::fromUtf8(simdjson::error_message(error)));
+}
+
+void JsonFile::checkFormat(JsonReader& top) const
+{
+    const std::optional<JsonIn> marker = top.Take(kFormatKey);
+    std::string_view text;
+    if (!marker || marker->get_string().get(text) || text != format_.marker)
+        Fail(QLatin1String(kFormatKey), QStringLiteral("\"%1\" expected: this is not %2")
+                                            .arg(QLatin1String(format_.marker), QLatin1String(format_.what)));
+    const std::optional<JsonIn> written = top.Take(kVersionKey);
+    if (!written)
+        Fail(QLatin1String(kVersionKey), QStringLiteral("the schema version is missing"));
     const JsonPlace root;
     int version = 0;
-    Check([&] { FromJsonValue(top.value(kVersionKey), JsonPlace(root, "version"), version); });
+    FromJsonValue(*written, JsonPlace(root, kVersionKey), version);
     if (version != format_.version)
-        Fail(kVersionKey, QStringLiteral("version %1 is not supported (this Feldra reads version %2)")
-                              .arg(version)
-                              .arg(format_.version));
+        Fail(QLatin1String(kVersionKey), QStringLiteral("version %1 is not supported (this Feldra reads version %2)")
+                                             .arg(version)
+                                             .arg(format_.version));
 }
 
 void JsonFile::writeFormat(JsonText& text) const
 {
-    text.Key(QStringView(kFormatKey));
+    text.Key(QLatin1String(kFormatKey));
     text.Text(QString::fromLatin1(format_.marker));
-    text.Key(QStringView(kVersionKey));
+    text.Key(QLatin1String(kVersionKey));
     text.Integer(format_.version);
 }
 

@@ -4,7 +4,6 @@
 #include "feldra/JsonRecord.h"
 
 #include <QByteArray>
-#include <QJsonObject>
 
 namespace feldra {
 
@@ -24,8 +23,18 @@ public:
     JsonFile(const QString& operation, const QString& path, const JsonFileFormat& format);
 
     QByteArray Read() const;
-    // The body of the file's text: the top object without "format" and "version".
-    QJsonObject Parse(const QByteArray& text) const;
+    // Reads a record from the file's text: "format" and "version", then the record's fields.
+    template <JsonRecord R> void Parse(const QByteArray& text, R& record) const
+    {
+        simdjson::dom::parser parser;
+        const JsonIn top = parseText(parser, text);
+        Check([&] {
+            JsonReader reader(top, JsonPlace());
+            checkFormat(reader);
+            Fields(reader, record);
+            record.extra = reader.Rest();
+        });
+    }
     // The text of a record: "format" and "version", then the record's fields.
     template <JsonRecord R> QByteArray Text(const R& record) const
     {
@@ -52,7 +61,9 @@ public:
     [[noreturn]] void Fail(const QString& place, const QString& problem) const;
 
 private:
-    void checkFormat(const QJsonObject& top) const;
+    JsonIn parseText(simdjson::dom::parser& parser, const QByteArray& text) const;
+    [[noreturn]] void failSyntax(const QByteArray& text, simdjson::error_code error) const;
+    void checkFormat(JsonReader& top) const;
     void writeFormat(JsonText& text) const;
 
     QString operation_;

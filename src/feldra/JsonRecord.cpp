@@ -1,5 +1,7 @@
 #include "feldra/JsonRecord.h"
 
+#include <QJsonArray>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -7,8 +9,6 @@
 
 namespace feldra {
 namespace {
-
-const QString kNumberKey = QStringLiteral("number");
 
 // The texts that stand for the doubles JSON cannot hold as numbers.
 QString specialDoubleText(double value)
@@ -22,29 +22,30 @@ QString specialDoubleText(double value)
     return {};
 }
 
-std::optional<double> specialDouble(const QString& text)
+std::optional<double> specialDouble(std::string_view text)
 {
-    if (text == QLatin1String("NaN"))
+    if (text == "NaN")
         return std::numeric_limits<double>::quiet_NaN();
-    if (text == QLatin1String("Infinity"))
+    if (text == "Infinity")
         return std::numeric_limits<double>::infinity();
-    if (text == QLatin1String("-Infinity"))
+    if (text == "-Infinity")
         return -std::numeric_limits<double>::infinity();
-    if (text == QLatin1String("-0"))
+    if (text == "-0")
         return -0.0;
     return std::nullopt;
 }
 
-QString describe(const QJsonValue& value)
+QString describe(JsonIn value)
 {
     switch (value.type()) {
-    case QJsonValue::Null: return QStringLiteral("null");
-    case QJsonValue::Bool: return QStringLiteral("true/false");
-    case QJsonValue::Double: return QStringLiteral("a number");
-    case QJsonValue::String: return QStringLiteral("text");
-    case QJsonValue::Array: return QStringLiteral("an array");
-    case QJsonValue::Object: return QStringLiteral("an object");
-    case QJsonValue::Undefined: break;
+    case simdjson::dom::element_type::NULL_VALUE: return QStringLiteral("null");
+    case simdjson::dom::element_type::BOOL: return QStringLiteral("true/false");
+    case simdjson::dom::element_type::INT64:
+    case simdjson::dom::element_type::UINT64:
+    case simdjson::dom::element_type::DOUBLE: return QStringLiteral("a number");
+    case simdjson::dom::element_type::STRING: return QStringLiteral("text");
+    case simdjson::dom::element_type::ARRAY: return QStringLiteral("an array");
+    case simdjson::dom::element_type::OBJECT: return QStringLiteral("an object");
     }
     return QStringLiteral("nothing");
 }
@@ -86,22 +87,9 @@ void FailAt(const JsonPlace& at, const QString& problem)
     throw JsonPlaceError{at.Path(), problem};
 }
 
-void FailExpected(const JsonPlace& at, const char* expected, const QJsonValue& found)
+void FailExpected(const JsonPlace& at, const char* expected, JsonIn found)
 {
     FailAt(at, QStringLiteral("%1 expected, found %2").arg(QLatin1String(expected), describe(found)));
-}
-
-bool IsNumberObject(const QJsonValue& value)
-{
-    const QJsonObject object = value.toObject();
-    return object.size() == 1 && object.contains(kNumberKey);
-}
-
-QJsonArray ArrayAt(const QJsonValue& value, const JsonPlace& at)
-{
-    if (!value.isArray())
-        FailExpected(at, "an array", value);
-    return value.toArray();
 }
 
 // ---- writing -----------------------------------------------------------------
@@ -186,107 +174,170 @@ void WriteJson(JsonText& text, const QMap<int, double>& numbered)
 }
 
 // ---- reading -----------------------------------------------------------------
+// A value is converted to a type (simdjson::dom::array(value), double(value))
+// only after its type is checked, so the conversions never throw.
 
-JsonReader::JsonReader(const QJsonValue& value, const JsonPlace& at) : at_(at)
+bool IsNumberObject(JsonIn value)
 {
-    if (!value.isObject())
-        FailExpected(at, "an object", value);
-    object_ = value.toObject();
+    return value.is_object() && simdjson::dom::object(value).size() == 1
+           && value.at_key("number").error() == simdjson::SUCCESS;
+}
+
+simdjson::dom::array ArrayAt(JsonIn value, const JsonPlace& at)
+{
+    if (!value.is_array())
+        FailExpected(at, "an array", value);
+    return simdjson::dom::array(value);
+}
+
+simdjson::dom::object ObjectAt(JsonIn value, const JsonPlace& at, const char* expected)
+{
+    if (!value.is_object())
+        FailExpected(at, expected, value);
+    return simdjson::dom::object(value);
+}
+
+QString ToQString(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
+
+QJsonValue ToQJsonValue(JsonIn value)
+{
+    switch (value.type()) {
+    case simdjson::dom::element_type::NULL_VALUE: return QJsonValue::Null;
+    case simdjson::dom::element_type::BOOL: return bool(value);
+    case simdjson::dom::element_type::INT64: return qint64(std::int64_t(value));
+    case simdjson::dom::element_type::UINT64:
+    case simdjson::dom::element_type::DOUBLE: return double(value);
+    case simdjson::dom::element_type::STRING: return ToQString(std::string_view(value));
+    case simdjson::dom::element_type::ARRAY: {
+        QJsonArray array;
+        for (const JsonIn element : simdjson::dom::array(value))
+            array.append(ToQJsonValue(element));
+        return array;
+    }
+    case simdjson::dom::element_type::OBJECT: {
+        QJsonObject object;
+        for (const simdjson::dom::key_value_pair member : simdjson::dom::object(value))
+            object.insert(ToQString(member.key), ToQJsonValue(member.value));
+        return object;
+    }
+    }
+    return {};
+}
+
+JsonReader::JsonReader(JsonIn value, const JsonPlace& at) : at_(at)
+{
+    for (const simdjson::dom::key_value_pair member : ObjectAt(value, at, "an object"))
+        members_.append({member.key, member.value});
+}
+
+std::optional<JsonIn> JsonReader::Take(std::string_view key)
+{
+    const qsizetype count = members_.size();
+    for (qsizetype n = 0; n < count; ++n) {
+        const qsizetype i = (next_ + n) % count;
+        Member& member = members_[i];
+        if (!member.taken && member.key == key) {
+            member.taken = true;
+            next_ = i + 1;
+            return member.value;
+        }
+    }
+    return std::nullopt;
 }
 
 QJsonObject JsonReader::Rest() const
 {
-    if (read_.size() == object_.size())
-        return {};
     QJsonObject rest;
-    for (auto it = object_.begin(); it != object_.end(); ++it) {
-        const QString& key = it.key();
-        const bool read = std::any_of(read_.begin(), read_.end(),
-                                      [&](const char* name) { return key == QLatin1String(name); });
-        if (!read)
-            rest.insert(key, it.value());
-    }
+    for (const Member& member : members_)
+        if (!member.taken)
+            rest.insert(ToQString(member.key), ToQJsonValue(member.value));
     return rest;
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, int& target)
+// A number in a whole-number field may be written with a fraction of zero ("5.0").
+void FromJsonValue(JsonIn value, const JsonPlace& at, int& target)
 {
-    if (!value.isDouble())
+    if (!value.is_number())
         FailExpected(at, "a whole number", value);
-    const double number = value.toDouble();
+    const double number = double(value);
     if (number != std::trunc(number) || number < std::numeric_limits<int>::min()
         || number > std::numeric_limits<int>::max())
         FailAt(at, QStringLiteral("a 32-bit whole number expected"));
     target = int(number);
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, double& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, double& target)
 {
-    if (value.isDouble()) {
-        target = value.toDouble();
+    if (value.is_number()) {
+        target = double(value);
         return;
     }
-    const auto special = value.isString() ? specialDouble(value.toString()) : std::nullopt;
+    const auto special = value.is_string() ? specialDouble(std::string_view(value)) : std::nullopt;
     if (!special)
         FailExpected(at, "a number", value);
     target = *special;
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, bool& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, bool& target)
 {
-    if (!value.isBool())
+    if (!value.is_bool())
         FailExpected(at, "true or false", value);
-    target = value.toBool();
+    target = bool(value);
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QString& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, QString& target)
 {
-    if (!value.isString())
+    if (!value.is_string())
         FailExpected(at, "text", value);
-    target = value.toString();
+    target = ToQString(std::string_view(value));
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QVariant& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, QVariant& target)
 {
     switch (value.type()) {
-    case QJsonValue::Null: target = QVariant(); return;
-    case QJsonValue::Bool: target = value.toBool(); return;
-    case QJsonValue::Double: target = value.toDouble(); return;
-    case QJsonValue::String: target = value.toString(); return;
+    case simdjson::dom::element_type::NULL_VALUE: target = QVariant(); return;
+    case simdjson::dom::element_type::BOOL: target = bool(value); return;
+    case simdjson::dom::element_type::INT64:
+    case simdjson::dom::element_type::UINT64:
+    case simdjson::dom::element_type::DOUBLE: target = double(value); return;
+    case simdjson::dom::element_type::STRING: target = ToQString(std::string_view(value)); return;
     default: break;
     }
-    const auto special = IsNumberObject(value)
-                             ? specialDouble(value.toObject().value(kNumberKey).toString())
-                             : std::nullopt;
+    std::string_view text;
+    const bool numberObject = IsNumberObject(value) && !value.at_key("number").get_string().get(text);
+    const auto special = numberObject ? specialDouble(text) : std::nullopt;
     if (!special)
         FailExpected(at, "a value (a number, text, true/false or null)", value);
     target = *special;
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Point3& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, Point3& target)
 {
-    const QJsonArray array = ArrayAt(value, at);
+    const simdjson::dom::array array = ArrayAt(value, at);
     if (array.size() != 3)
         FailAt(at, QStringLiteral("a point [x, y, z] expected, found %1 entries").arg(array.size()));
-    FromJsonValue(array.at(0), JsonPlace(at, qsizetype(0)), target.x);
-    FromJsonValue(array.at(1), JsonPlace(at, qsizetype(1)), target.y);
-    FromJsonValue(array.at(2), JsonPlace(at, qsizetype(2)), target.z);
+    double* const coordinates[] = {&target.x, &target.y, &target.z};
+    qsizetype i = 0;
+    for (const JsonIn coordinate : array) {
+        FromJsonValue(coordinate, JsonPlace(at, i), *coordinates[i]);
+        ++i;
+    }
 }
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QMap<int, double>& target)
+void FromJsonValue(JsonIn value, const JsonPlace& at, QMap<int, double>& target)
 {
-    if (!value.isObject())
-        FailExpected(at, "an object of numbered values", value);
-    const QJsonObject object = value.toObject();
     target.clear();
-    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
-        const QString key = it.key();
+    for (const simdjson::dom::key_value_pair member : ObjectAt(value, at, "an object of numbered values")) {
+        const QString key = ToQString(member.key);
         const JsonPlace place(at, QStringView(key));
         bool ok = false;
         const int number = key.toInt(&ok);
         if (!ok || QString::number(number) != key)
             FailAt(place, QStringLiteral("a parameter number expected as the name"));
-        FromJsonValue(it.value(), place, target[number]);
+        FromJsonValue(member.value, place, target[number]);
     }
 }
 

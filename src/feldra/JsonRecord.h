@@ -3,14 +3,18 @@
 #include "feldra/DocumentData.h"
 #include "feldra/JsonText.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QStringView>
+#include <QVarLengthArray>
+
+#include <simdjson.h>
 
 #include <array>
 #include <concepts>
 #include <memory>
+#include <optional>
+#include <string_view>
 #include <type_traits>
 
 // The mapping between the Feldra records and JSON, both ways. A record names
@@ -48,8 +52,11 @@ struct JsonPlaceError {
 };
 
 [[noreturn]] void FailAt(const JsonPlace& at, const QString& problem);
+// A JSON value being read: an element of the parsed text.
+using JsonIn = simdjson::dom::element;
+
 // "a number expected, found text"
-[[noreturn]] void FailExpected(const JsonPlace& at, const char* expected, const QJsonValue& found);
+[[noreturn]] void FailExpected(const JsonPlace& at, const char* expected, JsonIn found);
 
 template <typename R>
 concept JsonRecord = requires(R& record) {
@@ -71,19 +78,23 @@ void WriteJson(JsonText& text, const QVariant& value);
 void WriteJson(JsonText& text, const Point3& value); // [x, y, z]
 void WriteJson(JsonText& text, const QMap<int, double>& numbered); // {"813": 1.5}
 
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, int& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, double& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, bool& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QString& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QVariant& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, Point3& target);
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QMap<int, double>& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, int& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, double& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, bool& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, QString& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, QVariant& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, Point3& target);
+void FromJsonValue(JsonIn value, const JsonPlace& at, QMap<int, double>& target);
 
 // True for a Variant double in its {"number": ...} form.
-bool IsNumberObject(const QJsonValue& value);
+bool IsNumberObject(JsonIn value);
 // True when a Variant is written as an object (its {"number": ...} form).
 bool IsWrittenAsObject(const QVariant& value);
-QJsonArray ArrayAt(const QJsonValue& value, const JsonPlace& at);
+simdjson::dom::array ArrayAt(JsonIn value, const JsonPlace& at);
+simdjson::dom::object ObjectAt(JsonIn value, const JsonPlace& at, const char* expected);
+QString ToQString(std::string_view utf8);
+// A value the host does not know, kept as it is.
+QJsonValue ToQJsonValue(JsonIn value);
 
 // ---- records and containers --------------------------------------------------
 
@@ -92,12 +103,11 @@ template <typename T> void WriteJson(JsonText& text, const std::shared_ptr<T>& i
 template <typename T> void WriteJson(JsonText& text, const QList<T>& list);
 template <typename T, std::size_t N> void WriteJson(JsonText& text, const std::array<T, N>& items);
 
-template <JsonRecord R> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, R& record);
-template <typename T>
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, std::shared_ptr<T>& item);
-template <typename T> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QList<T>& list);
+template <JsonRecord R> void FromJsonValue(JsonIn value, const JsonPlace& at, R& record);
+template <typename T> void FromJsonValue(JsonIn value, const JsonPlace& at, std::shared_ptr<T>& item);
+template <typename T> void FromJsonValue(JsonIn value, const JsonPlace& at, QList<T>& list);
 template <typename T, std::size_t N>
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, std::array<T, N>& items);
+void FromJsonValue(JsonIn value, const JsonPlace& at, std::array<T, N>& items);
 
 // Writes the fields a record names as members of the open object, then the
 // record's unknown fields.
@@ -127,27 +137,34 @@ template <JsonRecord R> void WriteFields(JsonText& text, const R& record)
 }
 
 // Reads the fields a record names from one JSON object; a field that is
-// absent keeps the record's default. The fields it never reads are the rest,
-// the record's unknown fields.
+// absent keeps the record's default. The members it never takes are the
+// rest, the record's unknown fields.
 class JsonReader {
 public:
-    JsonReader(const QJsonValue& value, const JsonPlace& at);
+    JsonReader(JsonIn value, const JsonPlace& at);
 
     template <typename T> void operator()(const char* key, T& target)
     {
-        const auto found = object_.constFind(QLatin1String(key));
-        if (found == object_.constEnd())
-            return;
-        read_.append(key);
-        FromJsonValue(found.value(), JsonPlace(at_, key), target);
+        if (const std::optional<JsonIn> value = Take(key))
+            FromJsonValue(*value, JsonPlace(at_, key), target);
     }
 
+    // The member of that name, once.
+    std::optional<JsonIn> Take(std::string_view key);
     QJsonObject Rest() const;
 
 private:
+    struct Member {
+        std::string_view key;
+        JsonIn value;
+        bool taken = false;
+    };
+
     const JsonPlace& at_;
-    QJsonObject object_;
-    QVarLengthArray<const char*, 32> read_;
+    QVarLengthArray<Member, 32> members_;
+    // Where the next key is looked for first: the members of a file usually
+    // come in the order the record names its fields.
+    qsizetype next_ = 0;
 };
 
 template <JsonRecord R> void WriteJson(JsonText& text, const R& record)
@@ -178,41 +195,43 @@ template <typename T, std::size_t N> void WriteJson(JsonText& text, const std::a
     text.EndArray();
 }
 
-template <JsonRecord R> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, R& record)
+template <JsonRecord R> void FromJsonValue(JsonIn value, const JsonPlace& at, R& record)
 {
     JsonReader reader(value, at);
     Fields(reader, record);
     record.extra = reader.Rest();
 }
 
-template <typename T>
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, std::shared_ptr<T>& item)
+template <typename T> void FromJsonValue(JsonIn value, const JsonPlace& at, std::shared_ptr<T>& item)
 {
     auto fresh = std::make_shared<T>();
     FromJsonValue(value, at, *fresh);
     item = std::move(fresh);
 }
 
-template <typename T> void FromJsonValue(const QJsonValue& value, const JsonPlace& at, QList<T>& list)
+template <typename T> void FromJsonValue(JsonIn value, const JsonPlace& at, QList<T>& list)
 {
-    const QJsonArray array = ArrayAt(value, at);
+    const simdjson::dom::array array = ArrayAt(value, at);
     list.clear();
-    list.reserve(array.size());
-    for (qsizetype i = 0; i < array.size(); ++i) {
+    list.reserve(qsizetype(array.size()));
+    for (const JsonIn element : array) {
         T item{};
-        FromJsonValue(array.at(i), JsonPlace(at, i), item);
+        FromJsonValue(element, JsonPlace(at, list.size()), item);
         list.append(std::move(item));
     }
 }
 
 template <typename T, std::size_t N>
-void FromJsonValue(const QJsonValue& value, const JsonPlace& at, std::array<T, N>& items)
+void FromJsonValue(JsonIn value, const JsonPlace& at, std::array<T, N>& items)
 {
-    const QJsonArray array = ArrayAt(value, at);
-    if (array.size() != qsizetype(N))
+    const simdjson::dom::array array = ArrayAt(value, at);
+    if (array.size() != N)
         FailAt(at, QStringLiteral("%1 entries expected, found %2").arg(N).arg(array.size()));
-    for (std::size_t i = 0; i < N; ++i)
-        FromJsonValue(array.at(qsizetype(i)), JsonPlace(at, qsizetype(i)), items[i]);
+    std::size_t i = 0;
+    for (const JsonIn element : array) {
+        FromJsonValue(element, JsonPlace(at, qsizetype(i)), items[i]);
+        ++i;
+    }
 }
 
 } // namespace feldra

@@ -65,12 +65,9 @@ void ReadSetupFile(const QByteArray& text, const QString& fileName, MachineSetup
                    MachineModelData& model)
 {
     const JsonFile file(QStringLiteral("LoadSetupFile"), fileName, kSetupFormat);
-    const QJsonObject body = file.Parse(text);
     SetupFileData read;
-    file.Check([&] {
-        FromJsonValue(body, JsonPlace(), read);
-        checkKeys(read);
-    });
+    file.Parse(text, read);
+    file.Check([&] { checkKeys(read); });
     if (!read.name.isEmpty())
         setup.machineSetupName = read.name;
     setup.turrets = read.turrets;
