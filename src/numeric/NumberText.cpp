@@ -139,6 +139,11 @@ QString groupThousands(const QString& digits, const QLocale& locale)
 
 QString NumberToText(double value, const QLocale& locale)
 {
+    return NumberToText(value, 15, locale);
+}
+
+QString NumberToText(double value, int significantDigits, const QLocale& locale)
+{
     if (std::isnan(value))
         return QStringLiteral("NaN");
     if (std::isinf(value))
@@ -147,7 +152,7 @@ QString NumberToText(double value, const QLocale& locale)
         return QStringLiteral("0"); // never "-0"
 
     char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.15G", value);
+    std::snprintf(buffer, sizeof buffer, "%.*G", std::clamp(significantDigits, 1, 15), value);
     return withDecimalPoint(QString::fromLatin1(buffer), locale);
 }
 

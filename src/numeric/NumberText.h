@@ -24,6 +24,8 @@ public:
 // (11.5470053837925, 0.5, -3). Very large and very small values use an
 // exponent ("1E+20", "1E-05").
 QString NumberToText(double value, const QLocale& locale = QLocale());
+// The same with fewer significant digits (1 to 15).
+QString NumberToText(double value, int significantDigits, const QLocale& locale = QLocale());
 
 // The same text with "." as decimal separator, as holder files are written.
 QString NumberToInvariantText(double value);

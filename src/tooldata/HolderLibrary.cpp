@@ -1,5 +1,6 @@
 #include "tooldata/HolderLibrary.h"
 
+#include "addin/UnitConversion.h"
 #include "numeric/NumberText.h"
 
 #include <QFile>
@@ -199,6 +200,12 @@ QString HolderFilePath(const QString& addInFolder, const QString& machineName)
 bool HolderFileExists(const QString& path)
 {
     return QFileInfo(path).isFile();
+}
+
+QString HolderShiftText(double inches, int documentUnits)
+{
+    const int digits = documentUnits == kMillimetreUnits ? 14 : 15;
+    return numeric::NumberToText(InchesToDocument(inches, documentUnits), digits);
 }
 
 QList<HolderRecord> ParseHolderRecords(const QByteArray& text)

@@ -47,6 +47,12 @@ QString HolderFilePath(const QString& addInFolder, const QString& machineName);
 
 bool HolderFileExists(const QString& path);
 
+// A holder's shift (inches) as shown in a document of the given units. A
+// millimetre value comes from the file's 15 digits times 25.4, so it is shown
+// with 14: -42.5 typed in millimetres is shown again as -42.5, not as
+// -42.4999999999999.
+QString HolderShiftText(double inches, int documentUnits);
+
 // The records of a library file's text, in file order: reading stops at the
 // first line that is not a well-formed record (those before it are kept) and
 // after kHolderCapacity records. Blank lines are skipped; lines may end with

@@ -38,9 +38,9 @@ void frmEditHolder::Form_Load(const QString& holderName)
     ui_->txtHolderDesc->setText(holder.description);
     ui_->txtGear1->setText(numeric::NumberToText(holder.gearRatio1));
     ui_->txtGear2->setText(numeric::NumberToText(holder.gearRatio2));
-    ui_->txtXShift->setText(numeric::NumberToText(InchesToDocument(holder.xShift, units)));
-    ui_->txtZShift->setText(numeric::NumberToText(InchesToDocument(holder.zShift, units)));
-    ui_->txtYShift->setText(numeric::NumberToText(InchesToDocument(holder.yShift, units)));
+    ui_->txtXShift->setText(HolderShiftText(holder.xShift, units));
+    ui_->txtZShift->setText(HolderShiftText(holder.zShift, units));
+    ui_->txtYShift->setText(HolderShiftText(holder.yShift, units));
     (holder.spindleRotation == -1 ? ui_->opForward : ui_->opReverse)->setChecked(true);
 }
 

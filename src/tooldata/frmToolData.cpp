@@ -33,6 +33,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QScrollBar>
+#include <QStyleOptionViewItem>
 #include <QTimer>
 
 namespace marelon {
@@ -46,6 +48,36 @@ const QString kCheckmark = QStringLiteral(":/tooldata/CHECKMARK");
 enum GridColumn { kColT = 0, kColNumber = 1, kColOffset = 2, kColToolId = 3, kColUsed = 4, kColumns = 5 };
 constexpr int kColumnTwips[kColumns] = {300, 400, 400, 2000, 300};
 constexpr int kGridTwips = 3505;
+
+QString headerText(int column)
+{
+    switch (column) {
+    case kColNumber: return QStringLiteral("T#");
+    case kColOffset: return QStringLiteral("O#");
+    case kColToolId: return Tr(QStringLiteral("Tool ID"));
+    default: return {};
+    }
+}
+
+// The columns keep their widths in twips unless the font needs more for a
+// header ("O#"); the grid is as wide as its columns and a vertical scroll
+// bar, and never narrower than its width in twips. The header row must be filled.
+void sizeGrid(QTableWidget& grid)
+{
+    const int dpi = grid.logicalDpiX();
+    QStyleOptionViewItem option;
+    option.initFrom(&grid);
+    const int gridLine = grid.showGrid() ? 1 : 0;
+    int total = 0;
+    for (int column = 0; column < kColumns; ++column) {
+        const int header = grid.itemDelegate()->sizeHint(option, grid.model()->index(0, column)).width();
+        const int width = std::max(dpi * kColumnTwips[column] / 1440, header + gridLine);
+        grid.setColumnWidth(column, width);
+        total += width;
+    }
+    const int chrome = 2 * grid.frameWidth() + grid.verticalScrollBar()->sizeHint().width();
+    grid.setFixedWidth(std::max(dpi * kGridTwips / 1440, total + chrome));
+}
 
 // One statement of a routine that goes on after a failure: a host refusal or
 // a value that does not convert skips the statement, silently.
@@ -310,9 +342,9 @@ void frmToolData::cmbHolders_Click()
     const int units = DocumentUnits();
     ui_->lblHolderDesc->setText(holder.description);
     ui_->lblHolderDesc->setToolTip(holder.description); // the whole text when the box cuts it
-    ui_->txtHolderXShift->setText(numeric::NumberToText(InchesToDocument(holder.xShift, units)));
-    ui_->txtHolderZShift->setText(numeric::NumberToText(InchesToDocument(holder.zShift, units)));
-    ui_->txtHolderYShift->setText(numeric::NumberToText(InchesToDocument(holder.yShift, units)));
+    ui_->txtHolderXShift->setText(HolderShiftText(holder.xShift, units));
+    ui_->txtHolderZShift->setText(HolderShiftText(holder.zShift, units));
+    ui_->txtHolderYShift->setText(HolderShiftText(holder.yShift, units));
     const QString rotation = SpindleRotationText(holder.spindleRotation);
     ui_->lblHolderSpdlRot->setText(rotation.isEmpty() ? QString() : Tr(rotation));
     ui_->lblGear1->setText(numeric::NumberToText(holder.gearRatio1));
@@ -467,14 +499,10 @@ void frmToolData::FillGrid(const QList<ToolPtr>& tools)
     ui_->EditBox->hide();
     grid.clear();
     grid.setColumnCount(kColumns);
-    for (int column = 0; column < kColumns; ++column)
-        grid.setColumnWidth(column, grid.logicalDpiX() * kColumnTwips[column] / 1440);
     grid.setRowCount(int(tools.size()) + 1);
-    grid.setItem(0, kColT, fixedCell(QString()));
-    grid.setItem(0, kColNumber, fixedCell(QStringLiteral("T#")));
-    grid.setItem(0, kColOffset, fixedCell(QStringLiteral("O#")));
-    grid.setItem(0, kColToolId, fixedCell(Tr(QStringLiteral("Tool ID"))));
-    grid.setItem(0, kColUsed, fixedCell(QString()));
+    for (int column = 0; column < kColumns; ++column)
+        grid.setItem(0, column, fixedCell(headerText(column)));
+    sizeGrid(grid);
 
     auto document = application_->ActiveDocument();
     const QPixmap checkmark(kCheckmark);
