@@ -397,6 +397,9 @@ void tst_DocumentFile::examplesRoundTripByteForByte_data()
     QTest::addColumn<QString>("file");
     QTest::newRow("L5 part, millimetres") << QStringLiteral("L5-part.fdoc");
     QTest::newRow("pin, inches") << QStringLiteral("inch-pin.fdoc");
+    QTest::newRow("M2-3 part, inches, three heads") << QStringLiteral("M2-3-part.fdoc");
+    QTest::newRow("L4 part, millimetres") << QStringLiteral("L4-part.fdoc");
+    QTest::newRow("new-document template") << QStringLiteral("swiss-lathe.fdt");
 }
 
 void tst_DocumentFile::examplesRoundTripByteForByte()

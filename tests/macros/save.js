@@ -3,4 +3,4 @@ const file = feldra.save('saved.fdoc');
 feldra.close();
 feldra.open(file);
 if (feldra.documentFile() !== file) throw new Error('file ' + feldra.documentFile());
-if (doc.Tools.Count !== 10) throw new Error('tools after reopening');
+if (doc.Tools.Count !== 12) throw new Error('tools after reopening');

@@ -2,7 +2,7 @@
 const template = feldra.save('part.fdt');
 feldra.newDocument(template);
 if (feldra.documentFile() !== '') throw new Error('named ' + feldra.documentFile());
-if (doc.Tools.Count !== 10) throw new Error('tools ' + doc.Tools.Count);
+if (doc.Tools.Count !== 12) throw new Error('tools ' + doc.Tools.Count);
 let refused = false;
 try {
     feldra.save();
