@@ -202,8 +202,9 @@ void MainWindow::addLanguageMenu(QMenu* menu)
 {
     QMenu* languages = menu->addMenu(localizer_.Translate("Language"));
     auto* group = new QActionGroup(languages);
-    for (const auto& [code, name] : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "German"}}) {
-        QAction* action = languages->addAction(localizer_.Translate(name));
+    for (const auto& language : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "German"}}) {
+        const int code = language.first;
+        QAction* action = languages->addAction(localizer_.Translate(language.second));
         action->setCheckable(true);
         action->setChecked(Language() == code);
         group->addAction(action);

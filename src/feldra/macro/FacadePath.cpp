@@ -178,8 +178,10 @@ NodePtr MachineSetupNode(std::shared_ptr<host::MachineSetup> s)
         {824, &host::MachineSetup::Param824}, {893, &host::MachineSetup::Param893},
         {990, &host::MachineSetup::Param990}, {991, &host::MachineSetup::Param991},
         {992, &host::MachineSetup::Param992}};
-    for (const auto& [number, read] : params)
-        node->Value(QStringLiteral("Param%1").arg(number), [s, read] { return ((*s).*read)(); });
+    for (const auto& param : params) {
+        const Read read = param.second;
+        node->Value(QStringLiteral("Param%1").arg(param.first), [s, read] { return ((*s).*read)(); });
+    }
     return node;
 }
 
