@@ -10,10 +10,10 @@
 
 // A small lathe document for tests of the Feldra host: a machine setup with the
 // synchronisation entries, two turrets (stations 21 to 23 on the second), two
-// spindles and two heads; three tools (kinds 17, 18, 16); three operations (cut-off 153, pick-up 207 with a custom
-// property, type 154) and a synchronisation between the first two; a
-// feature, the three standard work planes, a layer and a machine model with the
-// axes X1, Z1 (group 1) and Z2, Z3 (group 2) and a component "SubSpindle".
+// spindles and two heads; three tools (kinds 17, 18, 16); three operations
+// (cut-off 153, pick-up 207 with a custom property, type 154) and a
+// synchronisation between the first two; a feature, the three standard work
+// planes, a layer and a machine model with a component "SubSpindle".
 namespace fixture {
 
 // A new record, filled in by fill.
@@ -95,13 +95,6 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
     d.activeWorkPlane = QStringLiteral("XYZ");
     d.layers = {named<LayerData>(QStringLiteral("0"))};
 
-    auto axes = [](std::initializer_list<const char*> names) {
-        auto group = std::make_shared<AxisGroupData>();
-        for (const char* name : names)
-            group->axes.append(named<AxisData>(QString::fromLatin1(name)));
-        return group;
-    };
-    d.simulation.machineModel.axisGroups = {axes({"X1", "Z1"}), axes({"Z2", "Z3"})};
     d.simulation.machineModel.components = {make<ComponentData>([](ComponentData& c) {
         c.key = QStringLiteral("SubSpindle");
         c.position = {7, 8, 9};

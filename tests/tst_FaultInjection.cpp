@@ -25,25 +25,16 @@ const QList<Probe>& Probes()
     static const QList<Probe> probes{
         // reads
         {"Application.ActiveDocument", [](LatheHost& h) { return h.document()->MachineType(); }},
-        {"Document.Tools", [](LatheHost& h) { return h.document()->Tools()->Count(); }},
         {"Tools.Item", [](LatheHost& h) { return h.tool(2)->ToolID(); }},
-        {"Tool.XShift", [](LatheHost& h) { return h.tool(1)->XShift(); }},
         {"LatheToolKind17.Width", [](LatheHost& h) { return h.tool(1)->AsLatheToolKind17()->Width(); }},
         {"MachineSetup.Param893", [](LatheHost& h) { return h.setup()->Param893(); }},
-        {"Station.Number", [](LatheHost& h) { return h.setup()->Turrets()->Item(2)->Stations()->Item(23)->Number(); }},
         {"TechnologyParameter.Value", [](LatheHost& h) { return h.op(1)->Technology()->Parameter("498")->Value(); }},
-        {"Sync.Nodes", [](LatheHost& h) { return h.document()->Syncs()->Item(1)->Nodes()[1].operation->Name(); }},
         {"CommandBar.ControlCount", [](LatheHost& h) { return h.app->CommandBars()->Item(2)->ControlCount(); }},
         // writes
         {"MachineSetup.Param893 write",
          [](LatheHost& h) {
              h.setup()->setParam893(5);
              return h.setup()->Param893();
-         }},
-        {"Tool.XShift write",
-         [](LatheHost& h) {
-             h.tool(1)->setXShift(-2);
-             return h.tool(1)->XShift();
          }},
         {"TechnologyParameter.Caption write",
          [](LatheHost& h) {
@@ -71,32 +62,12 @@ const QList<Probe>& Probes()
              h.document()->Operations()->Rearrange({h.op(3), h.op(1), h.op(2)}, 1, true);
              return h.operationNames();
          }},
-        {"CustomProperties.Add",
-         [](LatheHost& h) {
-             h.op(1)->CustomProperties()->Add("Z2Position", "Z2", 5, 0.1234567);
-             return h.op(1)->CustomProperties()->Count();
-         }},
-        {"WorkPlanes.Remove",
-         [](LatheHost& h) {
-             h.document()->WorkPlanes()->Remove("XYZ");
-             return h.document()->WorkPlanes()->Count();
-         }},
         {"Simulation.AddStock",
          [](LatheHost& h) {
              h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 0);
              return int(h.doc->data.simulation.stocks.size());
          }},
-        {"Application.SendKeys",
-         [](LatheHost& h) {
-             h.app->SendKeys("^m");
-             return int(h.host.Log().Requests().size());
-         }},
         {"AddInCommands.AddCommand", [](LatheHost& h) { return h.app->AddInCommands()->AddCommand(1, 4, "Marelon"); }},
-        {"MenuControls.Remove",
-         [](LatheHost& h) {
-             h.app->MainMenus()->Item(9)->Remove(2);
-             return h.app->MainMenus()->Item(9)->Count();
-         }},
         {"Application.Advise",
          [](LatheHost& h) {
              host::ApplicationEvents sink;

@@ -125,10 +125,6 @@ void tst_FeldraModel::collectionsCountFromOne_data()
     QTest::newRow("tools") << Read([](LatheHost& h) { return h.document()->Tools()->Count(); })
                            << ItemAt([](LatheHost& h, int i) { return h.tool(i)->ToolID(); }) << 3 << QVariant("T1")
                            << QVariant("T21") << "Tools.Item";
-    QTest::newRow("axes of a group")
-        << Read([](LatheHost& h) { return h.model()->AxisGroups()->Item(2)->Count(); })
-        << ItemAt([](LatheHost& h, int i) { return h.model()->AxisGroups()->Item(2)->Item(i)->Name(); }) << 2
-        << QVariant("Z2") << QVariant("Z3") << "AxisGroup.Item";
     QTest::newRow("geometry list") << Read([](LatheHost& h) { return h.op(2)->GeometryList()->Count(); })
                                    << ItemAt([](LatheHost& h, int i) { return h.op(2)->GeometryList()->Kind(i); })
                                    << 2 << QVariant(902) << QVariant(903) << "GeometryList.Kind";
@@ -169,8 +165,6 @@ void tst_FeldraModel::keyedLookups_data()
         22, [](LatheHost& h) { h.setup()->Turrets()->Item(2)->Stations()->Item(1); }, "Stations.Item");
     row("component by key", [](LatheHost& h) { return h.model()->Components()->Item("SubSpindle")->Position()->Y(); },
         8.0, [](LatheHost& h) { h.model()->Components()->Item("Chuck"); }, "Components.Item");
-    row("work plane by name", [](LatheHost& h) { return h.document()->WorkPlanes()->Item("YZX")->Name(); }, "YZX",
-        [](LatheHost& h) { h.document()->WorkPlanes()->Item("Turning"); }, "WorkPlanes.Item");
     row("operation without feature", [](LatheHost& h) { return h.op(1)->Feature()->Key(); }, "F1",
         [](LatheHost& h) { h.op(2)->Feature(); }, "Operation.Feature");
     row("technology parameter", [](LatheHost& h) { return h.op(1)->Technology()->Parameter("498")->Value(); }, "T1",
@@ -195,8 +189,8 @@ void tst_FeldraModel::keyedLookups()
     QCOMPARE(failingOperation([&] { missing(h); }), operation);
 }
 
-// Writes that do more than store a value: a parameter the setup did not hold,
-// a conversion to the property's type, a facade object handed in.
+// Writes that do more than store a value: a conversion to the property's
+// type, a facade object handed in.
 void tst_FeldraModel::writesReachTheDocument_data()
 {
     QTest::addColumn<Write>("write");
@@ -206,8 +200,6 @@ void tst_FeldraModel::writesReachTheDocument_data()
     auto row = [](const char* name, Write write, Read read, QVariant value) {
         QTest::newRow(name) << write << read << value;
     };
-    row("MachineSetup.Param824, unset before", [](LatheHost& h, const QVariant& v) { h.setup()->setParam824(v.toDouble()); },
-        [](LatheHost& h) { return h.setup()->Param824(); }, -3.5);
     row("CustomProperty.Value of a number property",
         [](LatheHost& h, const QVariant& v) {
             h.op(3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 0.1234567)->setValue(v.toString());
