@@ -118,6 +118,10 @@ struct LatheHost {
     std::shared_ptr<host::Tool> tool(int i) { return document()->Tools()->Item(i); }
     std::shared_ptr<host::Operation> op(int i) { return document()->Operations()->Item(i); }
     std::shared_ptr<host::MachineModel> model() { return document()->Simulation()->MachineModel(); }
+    std::shared_ptr<host::Stock> addStock()
+    {
+        return document()->Simulation()->AddStock("Main Stock", 1, document()->FeatureChains()->Item("F1"), 40, 0);
+    }
     QString operationNames() const
     {
         QStringList names;

@@ -64,7 +64,7 @@ const QList<Probe>& Probes()
          }},
         {"Simulation.AddStock",
          [](LatheHost& h) {
-             h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 0);
+             h.addStock();
              return int(h.doc->data.simulation.stocks.size());
          }},
         {"AddInCommands.AddCommand", [](LatheHost& h) { return h.app->AddInCommands()->AddCommand(1, 4, "Marelon"); }},
