@@ -233,6 +233,7 @@ void tst_FeldraModel::writesReachTheDocument()
     write(h, value);
 
     QCOMPARE(read(h), value);
+    QCOMPARE(read(h).metaType(), value.metaType()); // "88.5" equals 88.5 as a QVariant
 }
 
 void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing_data()
