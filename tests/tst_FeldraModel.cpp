@@ -22,7 +22,7 @@ Q_DECLARE_METATYPE(Act)
 namespace
 {
 
-// Records every event it receives; throws from each when told to.
+// Records the events it handles; throws from each when told to.
 class Sink : public host::ApplicationEvents,
              public host::AddInCommandsEvents,
              public host::DocumentEvents,
