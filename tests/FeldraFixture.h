@@ -1,17 +1,19 @@
 #pragma once
 
+#include "addin/host/HostFacade.h"
 #include "feldra/DocumentData.h"
 #include "feldra/Host.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 
 // A small lathe document for tests of the Feldra host: a machine setup with the
-// synchronisation entries, two turrets, two spindles and two heads; three tools
-// (kinds 17, 18, 16); three operations (cut-off 153, pick-up 207 with a custom
-// property, type 154) and a synchronisation between the first two; a
-// feature, the three standard work planes, a layer and a machine model with the
-// axes X1, Z1 (group 1) and Z2, Z3 (group 2) and a component "SubSpindle".
+// synchronisation entries, two turrets (stations 21 to 23 on the second), two
+// spindles and two heads; three tools (kinds 17, 18, 16); three operations
+// (cut-off 153, pick-up 207 with a custom property, type 154) and a
+// synchronisation between the first two; a feature, the three standard work
+// planes, a layer and a machine model with a component "SubSpindle".
 namespace fixture {
 
 // A new record, filled in by fill.
@@ -35,53 +37,27 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
     auto doc = std::make_shared<DocumentState>();
     doc->fileName = QStringLiteral("/tmp/part.fdoc");
     DocumentData& d = doc->data;
-    d.title = QStringLiteral("Part");
 
     MachineSetupData& s = d.machineSetup;
-    s.makerTag = QStringLiteral("MARELON");
-    s.machineCode = QStringLiteral("6");
-    s.params = {{813, 1.5}, {893, 2}};
+    s.params = {{893, 2}};
     for (const char* name : {"G821", "G820", "G811", "G810"})
         s.setupEntries.append(named<SetupEntryData>(QString::fromLatin1(name)));
-    auto main = make<TurretData>([](TurretData& t) { t.number = 1; });
-    auto back = make<TurretData>([](TurretData& t) {
-        t.number = 2;
-        t.zOffset = 5;
-        t.referenceZ = 120;
-    });
+    auto back = make<TurretData>([](TurretData& t) { t.number = 2; });
     for (int n : {1, 2, 3})
         back->stations.append(make<StationData>([n](StationData& st) { st.number = 20 + n; }));
-    for (auto [name, limit] : {std::pair{"X2", 40.0}, std::pair{"Z2", 150.0}})
-        back->axisLimits.append(make<AxisLimitData>([&](AxisLimitData& a) {
-            a.name = QString::fromLatin1(name);
-            a.upperLimit = limit;
-        }));
-    s.turrets = {main, back};
+    s.turrets = {make<TurretData>([](TurretData& t) { t.number = 1; }), back};
     for (int n : {1, 2}) {
-        s.spindles.append(make<SpindleData>([n](SpindleData& sp) {
-            sp.number = n;
-            sp.name = n == 1 ? QStringLiteral("Main") : QStringLiteral("Back");
-        }));
-        s.heads.append(make<NCHeadData>([n](NCHeadData& head) {
-            head.programNumber = n * 1000;
-            head.programName = QStringLiteral("O%1").arg(head.programNumber);
-        }));
+        s.spindles.append(make<SpindleData>([n](SpindleData& sp) { sp.number = n; }));
+        s.heads.append(std::make_shared<NCHeadData>());
     }
 
-    auto tool = [&](int number, int kind) {
-        auto t = std::make_shared<ToolData>();
-        t->number = number;
-        t->toolId = QStringLiteral("T%1").arg(number);
-        t->toolType = kind;
-        t->parameters.insert(QStringLiteral("121"), {number, QString(), {}});
-        d.tools.append(t);
-        return t;
-    };
-    auto cutter = tool(1, 17);
-    cutter->width = 2.5;
-    cutter->cornerCode = 13;
-    tool(2, 18)->length = 30;
-    tool(21, 16)->centreOffset = 0.2;
+    for (auto [number, kind] : {std::pair{1, 17}, std::pair{2, 18}, std::pair{21, 16}})
+        d.tools.append(make<ToolData>([&](ToolData& t) {
+            t.number = number;
+            t.toolId = QStringLiteral("T%1").arg(number);
+            t.toolType = kind;
+        }));
+    d.tools.first()->width = 2.5;
 
     auto operation = [&](const QString& name, int type, const QString& toolId) {
         auto op = std::make_shared<OperationData>();
@@ -103,9 +79,7 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
         p.value = QStringLiteral("keep");
     }));
     pickUp->geometry = {{902, QList<Point3>{Point3{1, 2, 3}}, {}}, {903, QList<Point3>{Point3{4, 5, 6}}, {}}};
-    auto drill = operation(QStringLiteral("Back Drill"), 154, QString());
-    drill->technology->toolId = QStringLiteral("T21");
-    drill->technology->spindleCode = 1;
+    operation(QStringLiteral("Back Drill"), 154, QString());
 
     d.syncs.append(make<SyncData>([](SyncData& sync) {
         sync.typeIndex = 3; // "G811": cut-off and pick-up
@@ -121,13 +95,6 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
     d.activeWorkPlane = QStringLiteral("XYZ");
     d.layers = {named<LayerData>(QStringLiteral("0"))};
 
-    auto axes = [](std::initializer_list<const char*> names) {
-        auto group = std::make_shared<AxisGroupData>();
-        for (const char* name : names)
-            group->axes.append(named<AxisData>(QString::fromLatin1(name)));
-        return group;
-    };
-    d.simulation.machineModel.axisGroups = {axes({"X1", "Z1"}), axes({"Z2", "Z3"})};
     d.simulation.machineModel.components = {make<ComponentData>([](ComponentData& c) {
         c.key = QStringLiteral("SubSpindle");
         c.position = {7, 8, 9};
@@ -147,6 +114,32 @@ struct LatheHost {
         app = host.ApplicationFor(QStringLiteral("Test.Connect"));
     }
     std::shared_ptr<host::Document> document() { return app->ActiveDocument(); }
+    std::shared_ptr<host::MachineSetup> setup() { return document()->MachineSetup(); }
+    std::shared_ptr<host::Tool> tool(int i) { return document()->Tools()->Item(i); }
+    std::shared_ptr<host::Operation> op(int i) { return document()->Operations()->Item(i); }
+    std::shared_ptr<host::MachineModel> model() { return document()->Simulation()->MachineModel(); }
+    std::shared_ptr<host::Stock> addStock()
+    {
+        return document()->Simulation()->AddStock("Main Stock", 1, document()->FeatureChains()->Item("F1"), 40, 0);
+    }
+    QString operationNames() const
+    {
+        QStringList names;
+        for (const auto& operation : doc->data.operations)
+            names << operation->name;
+        return names.join(QLatin1Char(','));
+    }
 };
+
+// The facade operation that failed, or an empty text when the action succeeded.
+inline QString failingOperation(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const host::HostError& error) {
+        return error.Operation();
+    }
+    return QString();
+}
 
 } // namespace fixture

@@ -23,9 +23,6 @@ void tst_FacadePath::read_data()
     QTest::newRow("item by position") << "Tools.Item(2).XShift" << QVariant(-1.5) << "";
     QTest::newRow("blanks and a text argument")
         << " Operations.Item( 1 ).Technology.Parameter(\"797\").Value " << QVariant(QStringLiteral("T02")) << "";
-    QTest::newRow("parameter caption") << "Operations.Item(1).Technology.Parameter(\"797\").Caption"
-                                       << QVariant(QStringLiteral("Tool")) << "";
-    QTest::newRow("unknown member") << "MachineSetup.Param8144" << QVariant() << "has no member Param8144";
     QTest::newRow("member of a value") << "Tools.Count.Value" << QVariant() << "Tools.Count is a value";
     QTest::newRow("item without position") << "Tools.Item.XShift" << QVariant() << "takes 1 argument";
     QTest::newRow("no such item") << "Tools.Item(3).XShift" << QVariant() << "";
@@ -48,7 +45,7 @@ void tst_FacadePath::read()
         document->data.tools << tool;
     }
     auto operation = std::make_shared<feldra::OperationData>();
-    operation->technology->parameters.insert("797", {QStringLiteral("T02"), QStringLiteral("Tool"), {}});
+    operation->technology->parameters.insert("797", {QStringLiteral("T02"), {}, {}});
     document->data.operations << operation;
     host.OpenDocument(document);
 

@@ -1,7 +1,6 @@
 // The Feldra host's object model as an add-in sees it through the facade.
 #include "FeldraFixture.h"
-
-#include "addin/host/HostFacade.h"
+#include "feldra/DocumentFile.h"
 
 #include <QTest>
 #include <cmath>
@@ -9,6 +8,7 @@
 #include <numbers>
 #include <set>
 
+using fixture::failingOperation;
 using fixture::LatheHost;
 using Read = std::function<QVariant(LatheHost&)>;
 using ItemAt = std::function<QVariant(LatheHost&, int)>;
@@ -22,39 +22,7 @@ Q_DECLARE_METATYPE(Act)
 namespace
 {
 
-std::shared_ptr<host::Tool> tool(LatheHost& h, int i)
-{
-    return h.document()->Tools()->Item(i);
-}
-std::shared_ptr<host::Operation> op(LatheHost& h, int i)
-{
-    return h.document()->Operations()->Item(i);
-}
-std::shared_ptr<host::MachineSetup> setup(LatheHost& h)
-{
-    return h.document()->MachineSetup();
-}
-
-// The operation that failed, or an empty text when the action succeeded.
-QString failingOperation(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const host::HostError& error) {
-        return error.Operation();
-    }
-    return QString();
-}
-
-QStringList operationNames(LatheHost& h)
-{
-    QStringList names;
-    for (const auto& operation : h.doc->data.operations)
-        names << operation->name;
-    return names;
-}
-
-// Records every event it receives; throws from each when told to.
+// Records the events it handles; throws from each when told to.
 class Sink : public host::ApplicationEvents,
              public host::AddInCommandsEvents,
              public host::DocumentEvents,
@@ -66,32 +34,15 @@ class Sink : public host::ApplicationEvents,
     QStringList calls;
 
     void AfterDocumentOpen(const QString& FileName) override { record("AfterDocumentOpen " + FileName); }
-    void AfterNewDocumentOpen() override { record("AfterNewDocumentOpen"); }
-    void AfterTemplateOpen(const QString& FileName) override { record("AfterTemplateOpen " + FileName); }
-    void BeforeCommandRun(int nCmdId, int, bool& bOverride) override
-    {
-        bOverride = nCmdId == 3320;
-        record(QStringLiteral("BeforeCommandRun %1").arg(nCmdId));
-    }
-    void BeforeQuit() override { record("BeforeQuit"); }
+    void BeforeCommandRun(int nCmdId, int, bool&) override { record(QStringLiteral("BeforeCommand %1").arg(nCmdId)); }
     void OnCommand(int cookie, int nCmdId) override
     {
         record(QStringLiteral("OnCommand %1 %2").arg(cookie).arg(nCmdId));
     }
-    void OnCommandUI(int, int nCmdId, bool& Enabled, bool&) override
-    {
-        Enabled = nCmdId != 2;
-        record(QStringLiteral("OnCommandUI %1").arg(nCmdId));
-    }
     void AfterDocumentSave() override { record("AfterDocumentSave"); }
-    void OnBegin() override { record("OnBegin"); }
     void OnOperationStart(std::shared_ptr<host::Operation> Operation) override
     {
         record("OnOperationStart " + Operation->Name());
-    }
-    void OnSimulateOperation(std::shared_ptr<host::Operation> Operation) override
-    {
-        record("OnSimulateOperation " + Operation->Name());
     }
     void OnEdit(std::shared_ptr<host::Technology> Technology, int editType, bool& bOverride, int& resultCode) override
     {
@@ -119,6 +70,20 @@ void adviseEverywhere(LatheHost& h, Sink& sink)
     h.document()->TechnologyUtility()->Advise(&sink);
 }
 
+// Everything a refused request could have changed: the document, the
+// registered commands and the controls of the bars and menus.
+QByteArray snapshot(LatheHost& h)
+{
+    QByteArray state = feldra::WriteDocument(h.doc->data);
+    const feldra::ApplicationData& app = h.host.App();
+    state += QByteArray::number(app.commands.size());
+    for (const auto& bar : app.commandBars)
+        state += ' ' + QByteArray::number(bar->controls.size());
+    for (const auto& menu : app.mainMenus)
+        state += ' ' + QByteArray::number(menu->entries.size());
+    return state;
+}
+
 } // namespace
 
 class tst_FeldraModel : public QObject
@@ -130,8 +95,8 @@ class tst_FeldraModel : public QObject
     void collectionsCountFromOne();
     void keyedLookups_data();
     void keyedLookups();
-    void writesReadBack_data();
-    void writesReadBack();
+    void writesReachTheDocument_data();
+    void writesReachTheDocument();
     void badRequestsAreRefusedAndChangeNothing_data();
     void badRequestsAreRefusedAndChangeNothing();
     void rearrangeOrdersOperations_data();
@@ -143,8 +108,8 @@ class tst_FeldraModel : public QObject
     void commandsOwnTheirControls();
     void eventsReachSinksAndFailuresAreLogged_data();
     void eventsReachSinksAndFailuresAreLogged();
-    void byReferenceArgumentsReturnToTheHost();
-    void servicesAreRequestedThroughTheHost();
+    void editResultReturnsToTheHost();
+    void localizerAndSetupFileThroughTheFacade();
     void documentKeptAfterCloseStaysUsable();
 };
 
@@ -158,49 +123,15 @@ void tst_FeldraModel::collectionsCountFromOne_data()
     QTest::addColumn<QString>("operation");
 
     QTest::newRow("tools") << Read([](LatheHost& h) { return h.document()->Tools()->Count(); })
-                           << ItemAt([](LatheHost& h, int i) { return tool(h, i)->ToolID(); }) << 3 << QVariant("T1")
+                           << ItemAt([](LatheHost& h, int i) { return h.tool(i)->ToolID(); }) << 3 << QVariant("T1")
                            << QVariant("T21") << "Tools.Item";
-    QTest::newRow("operations") << Read([](LatheHost& h) { return h.document()->Operations()->Count(); })
-                                << ItemAt([](LatheHost& h, int i) { return op(h, i)->Name(); }) << 3
-                                << QVariant("Cut Off") << QVariant("Back Drill") << "Operations.Item";
-    QTest::newRow("setup entries") << Read([](LatheHost& h) {
-        return setup(h)->SetupEntries()->Count();
-    }) << ItemAt([](LatheHost& h, int i) { return setup(h)->SetupEntries()->Item(i)->Name(); })
-                                   << 4 << QVariant("G821") << QVariant("G810") << "SetupEntries.Item";
-    QTest::newRow("heads") << Read([](LatheHost& h) { return setup(h)->Heads()->Count(); })
-                           << ItemAt([](LatheHost& h, int i) { return setup(h)->Heads()->Item(i)->ProgramName(); }) << 2
-                           << QVariant("O1000") << QVariant("O2000") << "NCHeads.Item";
-    QTest::newRow("axis limits") << Read([](LatheHost& h) {
-        return setup(h)->Turrets()->Item(2)->AxisLimits()->Count();
-    }) << ItemAt([](LatheHost& h, int i) { return setup(h)->Turrets()->Item(2)->AxisLimits()->Item(i)->Name(); })
-                                 << 2 << QVariant("X2") << QVariant("Z2") << "AxisLimits.Item";
-    QTest::newRow("axis groups") << Read([](LatheHost& h) {
-        return h.document()->Simulation()->MachineModel()->AxisGroups()->Count();
-    }) << ItemAt([](LatheHost& h, int i) {
-        return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(i)->Item(1)->Name();
-    }) << 2 << QVariant("X1") << QVariant("Z2")
-                                 << "AxisGroups.Item";
-    QTest::newRow("axes of a group") << Read([](LatheHost& h) {
-        return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Count();
-    }) << ItemAt([](LatheHost& h, int i) {
-        return h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Item(i)->Name();
-    }) << 2 << QVariant("Z2") << QVariant("Z3")
-                                     << "AxisGroup.Item";
-    QTest::newRow("work planes by position")
-        << Read([](LatheHost& h) { return h.document()->WorkPlanes()->Count(); })
-        << ItemAt([](LatheHost& h, int i) { return h.document()->WorkPlanes()->Item(i)->Name(); }) << 3
-        << QVariant("XYZ") << QVariant("ZXY") << "WorkPlanes.Item";
-    QTest::newRow("feature elements") << Read([](LatheHost& h) {
-        return op(h, 1)->Feature()->Count();
-    }) << ItemAt([](LatheHost& h, int i) { return op(h, 1)->Feature()->Element(i)->X(); })
-                                      << 2 << QVariant(0.0) << QVariant(12.5) << "Feature.Element";
-    QTest::newRow("geometry list") << Read([](LatheHost& h) { return op(h, 2)->GeometryList()->Count(); })
-                                   << ItemAt([](LatheHost& h, int i) { return op(h, 2)->GeometryList()->Kind(i); }) << 2
-                                   << QVariant(902) << QVariant(903) << "GeometryList.Kind";
-    QTest::newRow("help menu") << Read([](LatheHost& h) {
-        return h.app->MainMenus()->Item(9)->Count();
-    }) << ItemAt([](LatheHost& h, int i) { return h.app->MainMenus()->Item(9)->Item(i)->Caption(); })
-                               << 3 << QVariant("Help Topics") << QVariant("About Feldra") << "MenuControls.Item";
+    QTest::newRow("geometry list") << Read([](LatheHost& h) { return h.op(2)->GeometryList()->Count(); })
+                                   << ItemAt([](LatheHost& h, int i) { return h.op(2)->GeometryList()->Kind(i); })
+                                   << 2 << QVariant(902) << QVariant(903) << "GeometryList.Kind";
+    QTest::newRow("help menu")
+        << Read([](LatheHost& h) { return h.app->MainMenus()->Item(9)->Count(); })
+        << ItemAt([](LatheHost& h, int i) { return h.app->MainMenus()->Item(9)->Item(i)->Caption(); }) << 3
+        << QVariant("Help Topics") << QVariant("About Feldra") << "MenuControls.Item";
 }
 
 void tst_FeldraModel::collectionsCountFromOne()
@@ -227,54 +158,23 @@ void tst_FeldraModel::keyedLookups_data()
     QTest::addColumn<Act>("missing");
     QTest::addColumn<QString>("operation");
 
-    QTest::newRow("turret by key") << Read([](LatheHost& h) { return setup(h)->Turrets()->Item(2)->ReferenceZ(); })
-                                   << QVariant(120.0) << Act([](LatheHost& h) { setup(h)->Turrets()->Item(3); })
-                                   << "Turrets.Item";
-    QTest::newRow("station by key") << Read([](LatheHost& h) {
-        return setup(h)->Turrets()->Item(2)->Stations()->Item(22)->Number();
-    }) << QVariant(22) << Act([](LatheHost& h) { setup(h)->Turrets()->Item(2)->Stations()->Item(1); })
-                                    << "Stations.Item";
-    QTest::newRow("spindle by key") << Read([](LatheHost& h) { return setup(h)->Spindles()->Item(2)->Name(); })
-                                    << QVariant("Back") << Act([](LatheHost& h) { setup(h)->Spindles()->Item(3); })
-                                    << "Spindles.Item";
-    QTest::newRow("component by text") << Read([](LatheHost& h) {
-        return h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle")->Position()->Y();
-    }) << QVariant(8.0) << Act([](LatheHost& h) {
-        h.document()->Simulation()->MachineModel()->Components()->Item("Chuck");
-    }) << "Components.Item";
-    QTest::newRow("work plane by name") << Read([](LatheHost& h) {
-        return h.document()->WorkPlanes()->Item("YZX")->Name();
-    }) << QVariant("YZX") << Act([](LatheHost& h) { h.document()->WorkPlanes()->Item("Turning"); })
-                                        << "WorkPlanes.Item";
-    QTest::newRow("layer by name") << Read([](LatheHost& h) { return h.document()->Layers()->Item("0")->Name(); })
-                                   << QVariant("0") << Act([](LatheHost& h) { h.document()->Layers()->Item("Temp"); })
-                                   << "Layers.Item";
-    QTest::newRow("feature chain by key")
-        << Read([](LatheHost& h) { return h.document()->FeatureChains()->Item("F1")->Key(); }) << QVariant("F1")
-        << Act([](LatheHost& h) { h.document()->FeatureChains()->Item("F9"); }) << "FeatureChains.Item";
-    QTest::newRow("operation without feature")
-        << Read([](LatheHost& h) { return op(h, 1)->Feature()->Key(); }) << QVariant("F1")
-        << Act([](LatheHost& h) { op(h, 2)->Feature(); }) << "Operation.Feature";
-    QTest::newRow("technology parameter")
-        << Read([](LatheHost& h) { return op(h, 1)->Technology()->Parameter("498")->Value(); }) << QVariant("T1")
-        << Act([](LatheHost& h) { op(h, 1)->Technology()->Parameter("999"); }) << "Technology.Parameter";
-    QTest::newRow("tool parameter") << Read([](LatheHost& h) { return tool(h, 3)->Parameter("121")->Value(); })
-                                    << QVariant(21) << Act([](LatheHost& h) { tool(h, 3)->Parameter("122"); })
-                                    << "Tool.Parameter";
-    QTest::newRow("lathe kind view") << Read([](LatheHost& h) { return tool(h, 1)->AsLatheToolKind17()->Width(); })
-                                     << QVariant(2.5) << Act([](LatheHost& h) { tool(h, 1)->AsLatheToolKind18(); })
-                                     << "Tool.AsLatheToolKind18";
-    QTest::newRow("technology view") << Read([](LatheHost& h) {
-        return op(h, 2)->Technology()->AsTechnology207()->ColletExtension();
-    }) << QVariant(3.5) << Act([](LatheHost& h) { op(h, 1)->Technology()->AsTechnology207(); })
-                                     << "Technology.AsTechnology207";
-    QTest::newRow("command bar by number")
-        << Read([](LatheHost& h) { return h.app->CommandBars()->Item(23)->ControlCount(); }) << QVariant(3)
-        << Act([](LatheHost& h) { h.app->CommandBars()->Item(99); }) << "CommandBars.Item";
-    QTest::newRow("main menu by number") << Read([](LatheHost& h) {
-        return h.app->MainMenus()->Item(9)->Item(2)->HasCommand();
-    }) << QVariant(false) << Act([](LatheHost& h) { h.app->MainMenus()->Item(10); })
-                                         << "MainMenus.Item";
+    auto row = [](const char* name, Read lookup, QVariant expected, Act missing, const char* operation) {
+        QTest::newRow(name) << lookup << expected << missing << QString::fromLatin1(operation);
+    };
+    row("station by number", [](LatheHost& h) { return h.setup()->Turrets()->Item(2)->Stations()->Item(22)->Number(); },
+        22, [](LatheHost& h) { h.setup()->Turrets()->Item(2)->Stations()->Item(1); }, "Stations.Item");
+    row("component by key", [](LatheHost& h) { return h.model()->Components()->Item("SubSpindle")->Position()->Y(); },
+        8.0, [](LatheHost& h) { h.model()->Components()->Item("Chuck"); }, "Components.Item");
+    row("operation without feature", [](LatheHost& h) { return h.op(1)->Feature()->Key(); }, "F1",
+        [](LatheHost& h) { h.op(2)->Feature(); }, "Operation.Feature");
+    row("technology parameter", [](LatheHost& h) { return h.op(1)->Technology()->Parameter("498")->Value(); }, "T1",
+        [](LatheHost& h) { h.op(1)->Technology()->Parameter("999"); }, "Technology.Parameter");
+    row("lathe kind view", [](LatheHost& h) { return h.tool(1)->AsLatheToolKind17()->Width(); }, 2.5,
+        [](LatheHost& h) { h.tool(1)->AsLatheToolKind18(); }, "Tool.AsLatheToolKind18");
+    row("technology view", [](LatheHost& h) { return h.op(2)->Technology()->AsTechnology207()->ColletExtension(); },
+        3.5, [](LatheHost& h) { h.op(1)->Technology()->AsTechnology207(); }, "Technology.AsTechnology207");
+    row("main menu by number", [](LatheHost& h) { return h.app->MainMenus()->Item(9)->Item(2)->HasCommand(); }, false,
+        [](LatheHost& h) { h.app->MainMenus()->Item(10); }, "MainMenus.Item");
 }
 
 void tst_FeldraModel::keyedLookups()
@@ -289,7 +189,9 @@ void tst_FeldraModel::keyedLookups()
     QCOMPARE(failingOperation([&] { missing(h); }), operation);
 }
 
-void tst_FeldraModel::writesReadBack_data()
+// Writes that do more than store a value: a conversion to the property's
+// type, a facade object handed in.
+void tst_FeldraModel::writesReachTheDocument_data()
 {
     QTest::addColumn<Write>("write");
     QTest::addColumn<Read>("read");
@@ -298,115 +200,30 @@ void tst_FeldraModel::writesReadBack_data()
     auto row = [](const char* name, Write write, Read read, QVariant value) {
         QTest::newRow(name) << write << read << value;
     };
-    row(
-        "MachineSetup.MakerTag", [](LatheHost& h, const QVariant& v) { setup(h)->setMakerTag(v.toString()); },
-        [](LatheHost& h) { return setup(h)->MakerTag(); }, "OTHER");
-    row(
-        "MachineSetup.Param893", [](LatheHost& h, const QVariant& v) { setup(h)->setParam893(v.toDouble()); },
-        [](LatheHost& h) { return setup(h)->Param893(); }, 7.25);
-    row(
-        "MachineSetup.Param824 (unset before)",
-        [](LatheHost& h, const QVariant& v) { setup(h)->setParam824(v.toDouble()); },
-        [](LatheHost& h) { return setup(h)->Param824(); }, -3.5);
-    row(
-        "MachineSetup.ProgramNumber", [](LatheHost& h, const QVariant& v) { setup(h)->setProgramNumber(v.toInt()); },
-        [](LatheHost& h) { return setup(h)->ProgramNumber(); }, 1234);
-    row(
-        "MachineSetup.BarLoaderCommand",
-        [](LatheHost& h, const QVariant& v) { setup(h)->setBarLoaderCommand(v.toString()); },
-        [](LatheHost& h) { return setup(h)->BarLoaderCommand(); }, "M155 X1. Z2. W3.");
-    row(
-        "MachineSetup.StockDiameter", [](LatheHost& h, const QVariant& v) { setup(h)->setStockDiameter(v.toDouble()); },
-        [](LatheHost& h) { return setup(h)->StockDiameter(); }, 20.0);
-    row(
-        "MachineSetup.FaceAmount (write only)",
-        [](LatheHost& h, const QVariant& v) { setup(h)->setFaceAmount(v.toDouble()); },
-        [](LatheHost& h) { return h.doc->data.machineSetup.faceAmount; }, 0.5);
-    row(
-        "NCHead.OutputUnit",
-        [](LatheHost& h, const QVariant& v) { setup(h)->Heads()->Item(2)->setOutputUnit(v.toInt()); },
-        [](LatheHost& h) { return setup(h)->Heads()->Item(2)->OutputUnit(); }, 70);
-    row(
-        "Spindle.WorkLength (write only)",
-        [](LatheHost& h, const QVariant& v) { setup(h)->Spindles()->Item(1)->setWorkLength(v.toDouble()); },
-        [](LatheHost& h) { return h.doc->data.machineSetup.spindles[0]->workLength; }, 55.0);
-    row(
-        "Tool.Number", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setNumber(v.toInt()); },
-        [](LatheHost& h) { return tool(h, 2)->Number(); }, 12);
-    row(
-        "Tool.ToolID", [](LatheHost& h, const QVariant& v) { tool(h, 2)->setToolID(v.toString()); },
-        [](LatheHost& h) { return tool(h, 2)->ToolID(); }, "Drill 3");
-    row(
-        "Tool.XShift", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setXShift(v.toDouble()); },
-        [](LatheHost& h) { return tool(h, 1)->XShift(); }, -1.25);
-    row(
-        "Tool.SpindleDirection", [](LatheHost& h, const QVariant& v) { tool(h, 1)->setSpindleDirection(v.toInt()); },
-        [](LatheHost& h) { return tool(h, 1)->SpindleDirection(); }, -1);
-    row(
-        "Tool.BackSpindle", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setBackSpindle(v.toInt()); },
-        [](LatheHost& h) { return tool(h, 3)->BackSpindle(); }, 1);
-    row(
-        "Tool.GearRatio (write only)", [](LatheHost& h, const QVariant& v) { tool(h, 3)->setGearRatio(v.toDouble()); },
-        [](LatheHost& h) { return h.doc->data.tools[2]->gearRatio; }, 2.0);
-    row(
-        "TechnologyParameter.Value",
-        [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("797")->setValue(v); },
-        [](LatheHost& h) { return op(h, 1)->Technology()->Parameter("797")->Value(); }, 0);
-    row(
-        "TechnologyParameter.Caption",
-        [](LatheHost& h, const QVariant& v) { op(h, 1)->Technology()->Parameter("498")->setCaption(v.toString()); },
-        [](LatheHost& h) { return op(h, 1)->Technology()->Parameter("498")->Caption(); }, "M34- Pickup Location(A)");
-    row(
-        "Technology207.ColletExtension",
+    row("CustomProperty.Value of a number property",
         [](LatheHost& h, const QVariant& v) {
-            op(h, 2)->Technology()->AsTechnology207()->setColletExtension(v.toDouble());
+            h.op(3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 0.1234567)->setValue(v.toString());
         },
-        [](LatheHost& h) { return op(h, 2)->Technology()->AsTechnology207()->ColletExtension(); }, 4.75);
-    row(
-        "CustomProperty.Value",
+        [](LatheHost& h) { return h.op(3)->CustomProperties()->Item("Z2Position")->Value(); }, 88.5);
+    row("Component.MoveTo",
         [](LatheHost& h, const QVariant& v) {
-            op(h, 3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 0.1234567)->setValue(v);
-        },
-        [](LatheHost& h) { return op(h, 3)->CustomProperties()->Item("Z2Position")->Value(); }, 88.5);
-    row(
-        "Component.MoveTo",
-        [](LatheHost& h, const QVariant& v) {
-            auto component = h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle");
+            auto component = h.model()->Components()->Item("SubSpindle");
             auto position = component->Position();
             position->setZ(v.toDouble());
             component->MoveTo(position);
         },
-        [](LatheHost& h) {
-            return h.document()->Simulation()->MachineModel()->Components()->Item("SubSpindle")->Position()->Z();
-        },
-        150.0);
-    row(
-        "Axis.Enabled (write only)",
-        [](LatheHost& h, const QVariant& v) {
-            h.document()->Simulation()->MachineModel()->AxisGroups()->Item(2)->Item(2)->setEnabled(v.toBool());
-        },
-        [](LatheHost& h) { return h.doc->data.simulation.machineModel.axisGroups[1]->axes[1]->enabled; }, false);
-    row(
-        "WorkPlane.Origin (write only)",
-        [](LatheHost& h, const QVariant& v) { h.document()->WorkPlanes()->Item("ZXY")->setOrigin(0, 0, v.toDouble()); },
-        [](LatheHost& h) { return h.doc->data.workPlanes[2]->origin.z; }, 4.0);
-    row(
-        "Document.ActiveWorkPlane (write only)",
+        [](LatheHost& h) { return h.model()->Components()->Item("SubSpindle")->Position()->Z(); }, 150.0);
+    row("Document.ActiveWorkPlane",
         [](LatheHost& h, const QVariant& v) {
             h.document()->setActiveWorkPlane(h.document()->WorkPlanes()->Item(v.toString()));
         },
         [](LatheHost& h) { return h.doc->data.activeWorkPlane; }, "YZX");
-    row(
-        "Stock.Spindle (write only)",
-        [](LatheHost& h, const QVariant& v) {
-            auto simulation = h.document()->Simulation();
-            auto stock = simulation->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 1);
-            stock->setSpindle(setup(h)->Spindles()->Item(v.toInt()));
-        },
+    row("Stock.Spindle",
+        [](LatheHost& h, const QVariant& v) { h.addStock()->setSpindle(h.setup()->Spindles()->Item(v.toInt())); },
         [](LatheHost& h) { return h.doc->data.simulation.stocks[0]->spindle; }, 2);
 }
 
-void tst_FeldraModel::writesReadBack()
+void tst_FeldraModel::writesReachTheDocument()
 {
     QFETCH(Write, write);
     QFETCH(Read, read);
@@ -416,102 +233,67 @@ void tst_FeldraModel::writesReadBack()
     write(h, value);
 
     QCOMPARE(read(h), value);
+    QCOMPARE(read(h).metaType(), value.metaType()); // "88.5" equals 88.5 as a QVariant
 }
 
 void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing_data()
 {
     QTest::addColumn<Act>("prepare");
     QTest::addColumn<Act>("request");
-    QTest::addColumn<Read>("state");
     QTest::addColumn<QString>("operation");
 
     const Act nothing = [](LatheHost&) {};
-    auto row = [](const char* name, Act prepare, Act request, Read state, const char* operation) {
-        QTest::newRow(name) << prepare << request << state << QString::fromLatin1(operation);
+    auto row = [](const char* name, Act prepare, Act request, const char* operation) {
+        QTest::newRow(name) << prepare << request << QString::fromLatin1(operation);
     };
-    row(
-        "back spindle 2", nothing, [](LatheHost& h) { tool(h, 1)->setBackSpindle(2); },
-        [](LatheHost& h) { return tool(h, 1)->BackSpindle(); }, "Tool.BackSpindle write");
-    row(
-        "spindle direction 3", nothing, [](LatheHost& h) { tool(h, 1)->setSpindleDirection(3); },
-        [](LatheHost& h) { return tool(h, 1)->SpindleDirection(); }, "Tool.SpindleDirection write");
-    row(
-        "output unit 72", nothing, [](LatheHost& h) { setup(h)->Heads()->Item(1)->setOutputUnit(72); },
-        [](LatheHost& h) { return setup(h)->Heads()->Item(1)->OutputUnit(); }, "NCHead.OutputUnit write");
-    row(
-        "text into a double property",
-        [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Z2Position", "Z2", 5, 1.0); },
-        [](LatheHost& h) { op(h, 1)->CustomProperties()->Item("Z2Position")->setValue("abc"); },
-        [](LatheHost& h) { return op(h, 1)->CustomProperties()->Item("Z2Position")->Value(); },
+    const Act addStock = [](LatheHost& h) { h.addStock(); };
+    row("back spindle 2", nothing, [](LatheHost& h) { h.tool(1)->setBackSpindle(2); }, "Tool.BackSpindle write");
+    row("spindle direction 3", nothing, [](LatheHost& h) { h.tool(1)->setSpindleDirection(3); },
+        "Tool.SpindleDirection write");
+    row("output unit 72", nothing, [](LatheHost& h) { h.setup()->Heads()->Item(1)->setOutputUnit(72); },
+        "NCHead.OutputUnit write");
+    row("text into a number property",
+        [](LatheHost& h) { h.op(1)->CustomProperties()->Add("Z2Position", "Z2", 5, 1.0); },
+        [](LatheHost& h) { h.op(1)->CustomProperties()->Item("Z2Position")->setValue("abc"); },
         "CustomProperty.Value write");
-    row(
-        "custom property twice", [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Note", "Note", 8, "a"); },
-        [](LatheHost& h) { op(h, 1)->CustomProperties()->Add("Note", "Note", 8, "b"); },
-        [](LatheHost& h) { return op(h, 1)->CustomProperties()->Item("Note")->Value(); }, "CustomProperties.Add");
-    row(
-        "work plane name taken", nothing, [](LatheHost& h) { h.document()->WorkPlanes()->Add("XYZ"); },
-        [](LatheHost& h) { return h.document()->WorkPlanes()->Count(); }, "WorkPlanes.Add");
-    row(
-        "layer name taken", nothing, [](LatheHost& h) { h.document()->Layers()->Add("0"); },
-        [](LatheHost& h) { return h.document()->Layers()->Count(); }, "Layers.Add");
-    row(
-        "sync type out of range", nothing, [](LatheHost& h) { h.document()->Syncs()->Add(5, {}); },
-        [](LatheHost& h) { return h.document()->Syncs()->Count(); }, "Syncs.Add");
-    row(
-        "rearrange with unknown mode", nothing,
-        [](LatheHost& h) { h.document()->Operations()->Rearrange({op(h, 3)}, 2, true); },
-        [](LatheHost& h) { return operationNames(h); }, "Operations.Rearrange");
-    row(
-        "second stock of a name",
-        [](LatheHost& h) {
-            h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 40, 0);
-        },
-        [](LatheHost& h) {
-            h.document()->Simulation()->AddStock("Main Stock", 1, h.document()->FeatureChains()->Item("F1"), 20, 0);
-        },
-        [](LatheHost& h) {
-            return h.doc->data.simulation.stocks.size() * 100 + h.doc->data.simulation.stocks[0]->length;
-        },
-        "Simulation.AddStock");
-    row(
-        "delete a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->DeleteStock("Main Stock"); },
-        [](LatheHost& h) { return int(h.doc->data.simulation.stocks.size()); }, "Simulation.DeleteStock");
-    row(
-        "button for no command", nothing,
-        [](LatheHost& h) { h.app->CommandBars()->Item(23)->AddControl(1, "Ghost", 4711, 1); },
-        [](LatheHost& h) { return h.app->CommandBars()->Item(23)->ControlCount(); }, "CommandBar.AddControl");
-    row(
-        "button beyond the end", [](LatheHost& h) { h.app->AddInCommands()->AddCommand(1, 3, "Marelon"); },
+    row("custom property twice", nothing,
+        [](LatheHost& h) { h.op(2)->CustomProperties()->Add("Comment", "C", 8, "b"); }, "CustomProperties.Add");
+    row("work plane name taken", nothing, [](LatheHost& h) { h.document()->WorkPlanes()->Add("XYZ"); },
+        "WorkPlanes.Add");
+    row("layer name taken", nothing, [](LatheHost& h) { h.document()->Layers()->Add("0"); }, "Layers.Add");
+    row("sync type out of range", nothing, [](LatheHost& h) { h.document()->Syncs()->Add(5, {}); }, "Syncs.Add");
+    row("rearrange with unknown mode", nothing,
+        [](LatheHost& h) { h.document()->Operations()->Rearrange({h.op(3)}, 2, true); }, "Operations.Rearrange");
+    row("second stock of a name", addStock, addStock, "Simulation.AddStock");
+    row("delete a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->DeleteStock("Main Stock"); },
+        "Simulation.DeleteStock");
+    row("button for no command", nothing,
+        [](LatheHost& h) { h.app->CommandBars()->Item(23)->AddControl(1, "Ghost", 4711, 1); }, "CommandBar.AddControl");
+    row("button beyond the end", [](LatheHost& h) { h.app->AddInCommands()->AddCommand(1, 3, "Marelon"); },
         [](LatheHost& h) {
             h.app->CommandBars()->Item(2)->AddControl(1, "Masks", h.host.App().commands.last().handle, 5);
         },
-        [](LatheHost& h) { return h.app->CommandBars()->Item(2)->ControlCount(); }, "CommandBar.AddControl");
-    row(
-        "command of another add-in", nothing,
-        [](LatheHost& h) { h.app->AddInCommands()->AddCommand(99, 1, "Marelon"); },
-        [](LatheHost& h) { return int(h.host.App().commands.size()); }, "AddInCommands.AddCommand");
-    row(
-        "remove a missing menu entry", nothing,
-        [](LatheHost& h) { h.app->MainMenus()->Item(9)->Remove("Marelon Add-In Help"); },
-        [](LatheHost& h) { return h.app->MainMenus()->Item(9)->Count(); }, "MenuControls.Remove");
-    row(
-        "missing setup file", nothing, [](LatheHost& h) { setup(h)->LoadSetupFile("/tmp/x_Metric.EMS"); },
-        [](LatheHost& h) { return setup(h)->MachineSetupName(); }, "MachineSetup.LoadSetupFile");
+        "CommandBar.AddControl");
+    row("command of another add-in", nothing,
+        [](LatheHost& h) { h.app->AddInCommands()->AddCommand(99, 1, "Marelon"); }, "AddInCommands.AddCommand");
+    row("remove a missing menu entry", nothing,
+        [](LatheHost& h) { h.app->MainMenus()->Item(9)->Remove("Marelon Add-In Help"); }, "MenuControls.Remove");
+    row("missing setup file", nothing, [](LatheHost& h) { h.setup()->LoadSetupFile("/tmp/x_Metric.EMS"); },
+        "MachineSetup.LoadSetupFile");
 }
 
 void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing()
 {
     QFETCH(Act, prepare);
     QFETCH(Act, request);
-    QFETCH(Read, state);
     QFETCH(QString, operation);
     LatheHost h;
     prepare(h);
-    const QVariant before = state(h);
+    const QByteArray before = snapshot(h);
 
     QCOMPARE(failingOperation([&] { request(h); }), operation);
 
-    QCOMPARE(state(h), before);
+    QCOMPARE(snapshot(h), before);
 }
 
 void tst_FeldraModel::rearrangeOrdersOperations_data()
@@ -519,10 +301,8 @@ void tst_FeldraModel::rearrangeOrdersOperations_data()
     QTest::addColumn<QList<int>>("order"); // positions before the call; 0 an empty position
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("reversed") << QList<int>{3, 2, 1} << QStringList{"Back Drill", "Pick Up", "Cut Off"};
     QTest::newRow("empty position: the left-out operation follows")
         << QList<int>{2, 0, 1} << QStringList{"Pick Up", "Cut Off", "Back Drill"};
-    QTest::newRow("unchanged") << QList<int>{1, 2, 3} << QStringList{"Cut Off", "Pick Up", "Back Drill"};
     QTest::newRow("listed twice: refused") << QList<int>{2, 2, 1} << QStringList{"Cut Off", "Pick Up", "Back Drill"};
 }
 
@@ -533,15 +313,12 @@ void tst_FeldraModel::rearrangeOrdersOperations()
     LatheHost h;
     QList<std::shared_ptr<host::Operation>> list;
     for (int position : order)
-        list.append(position ? op(h, position) : nullptr);
+        list.append(position ? h.op(position) : nullptr);
 
     const QString failed = failingOperation([&] { h.document()->Operations()->Rearrange(list, 1, true); });
 
     QCOMPARE(failed.isEmpty(), std::set<int>(order.begin(), order.end()).size() == size_t(order.size()));
-    QStringList names;
-    for (int i = 1; i <= h.document()->Operations()->Count(); ++i)
-        names << op(h, i)->Name();
-    QCOMPARE(names, expected);
+    QCOMPARE(h.operationNames(), expected.join(','));
 }
 
 void tst_FeldraModel::syncNodesFollowTheirOperations()
@@ -550,12 +327,12 @@ void tst_FeldraModel::syncNodesFollowTheirOperations()
     auto syncs = h.document()->Syncs();
     syncs->Remove(1); // the document's own
     std::array<host::SyncNode, 4> nodes{};
-    nodes[0] = {4, op(h, 1), 0, 7, 0};
-    nodes[1] = {1, op(h, 2), 0, 8, 0};
+    nodes[0] = {4, h.op(1), 0, 7, 0};
+    nodes[1] = {1, h.op(2), 0, 8, 0};
     syncs->Add(3, nodes);
     syncs->Add(0, {}); // a synchronisation of no known type is kept
 
-    h.document()->Operations()->Rearrange({op(h, 3), op(h, 2), op(h, 1)}, 1, true);
+    h.document()->Operations()->Rearrange({h.op(3), h.op(2), h.op(1)}, 1, true);
 
     QCOMPARE(h.document()->Syncs()->Count(), 2);
     auto stored = h.document()->Syncs()->Item(1);
@@ -582,7 +359,6 @@ void tst_FeldraModel::polygonOutline_data()
     // Diameter 20: kind 2 is the circle through the corners, kind 1 the one touching the sides.
     QTest::newRow("hexagon through the corners") << 2 << 6 << 10.0;
     QTest::newRow("hexagon across flats") << 1 << 6 << 10.0 / std::cos(std::numbers::pi / 6);
-    QTest::newRow("square across flats") << 1 << 4 << 10.0 * std::sqrt(2.0);
     QTest::newRow("octagon, the most sides") << 2 << 8 << 10.0;
     QTest::newRow("triangle, the fewest") << 2 << 3 << 10.0;
 }
@@ -636,9 +412,6 @@ void tst_FeldraModel::polygonStockFromChain()
     QCOMPARE(data.elements.first().z, -10.0);
     const auto& stored = *h.doc->data.simulation.stocks.first();
     QCOMPARE(stored.featureKey, chain->Key());
-    QCOMPARE(stored.length, 40.0);
-    QCOMPARE(stored.start, 1.5);
-    QCOMPARE(stored.placement[9], 1.0);
 
     h.doc->data.features.removeLast(); // the profile goes away: the stock cannot be rebuilt
     QCOMPARE(failingOperation([&] { doc->Simulation()->Update(false); }), QStringLiteral("Simulation.Update"));
@@ -652,26 +425,21 @@ void tst_FeldraModel::commandsOwnTheirControls()
     auto commands = h.app->AddInCommands();
     const int toolData = commands->AddCommand(commands->Cookie(), 1, "Marelon");
     const int help = commands->AddCommand(commands->Cookie(), 5, "Marelon");
-    QVERIFY(toolData != help);
     QCOMPARE(failingOperation([&] { commands->AddCommand(commands->Cookie(), 1, "Marelon"); }),
              QStringLiteral("AddInCommands.AddCommand"));
 
     auto bar = h.app->CommandBars()->Item(23);
     bar->AddSeparator();
-    auto button = bar->AddControl(1, "Tool Data", toolData, bar->ControlCount()); // before the last control
-    button->setCaption("Werkzeugdaten");
-    button->SetBitmaps("/tmp/MA1_16.bmp", "/tmp/MA1_32.bmp");
+    bar->AddControl(1, "Tool Data", toolData, bar->ControlCount()); // before the last control
     auto menu = h.app->MainMenus()->Item(9);
     menu->Add(0);
     menu->Add(1, "Marelon Add-In Help", help);
 
     const auto& controls = h.host.App().CommandBar(23)->controls;
     QCOMPARE(controls.size(), 5);
-    QCOMPARE(controls[3]->caption, QStringLiteral("Werkzeugdaten"));
-    QCOMPARE(controls[3]->largeBitmap, QStringLiteral("/tmp/MA1_32.bmp"));
+    QCOMPARE(controls[3]->caption, QStringLiteral("Tool Data"));
     QCOMPARE(controls[4]->type, int(feldra::ControlData::Separator));
     QCOMPARE(menu->Count(), 5);
-    QVERIFY(!menu->Item(4)->HasCommand());
 
     commands->RemoveCommand(toolData);
     commands->RemoveCommand(help);
@@ -679,8 +447,6 @@ void tst_FeldraModel::commandsOwnTheirControls()
     QCOMPARE(controls.size(), 3); // the separator left at the end of the bar goes too
     QCOMPARE(menu->Count(), 4);
     QCOMPARE(menu->Item(3)->Caption(), QStringLiteral("About Feldra"));
-    menu->Remove(4);
-    QCOMPARE(menu->Count(), 3);
     QVERIFY(!h.host.InvokeCommand(toolData));
 }
 
@@ -691,38 +457,17 @@ void tst_FeldraModel::eventsReachSinksAndFailuresAreLogged_data()
     QTest::addColumn<QString>("callback");
 
     QTest::newRow("document opened") << Act([](LatheHost& h) { h.host.OpenDocument(h.doc); })
-                                     << "AfterDocumentOpen /tmp/part.fdoc"
-                                     << "Application.AfterDocumentOpen";
-    QTest::newRow("new document") << Act([](LatheHost& h) { h.host.OpenNewDocument(h.doc); }) << "AfterNewDocumentOpen"
-                                  << "Application.AfterNewDocumentOpen";
-    QTest::newRow("template") << Act([](LatheHost& h) { h.host.OpenTemplate(h.doc); })
-                              << "AfterTemplateOpen /tmp/part.fdoc"
-                              << "Application.AfterTemplateOpen";
-    QTest::newRow("command about to run")
-        << Act([](LatheHost& h) { h.host.BeforeCommandRun(3320); }) << "BeforeCommandRun 3320"
-        << "Application.BeforeCommandRun";
-    QTest::newRow("quit") << Act([](LatheHost& h) { h.host.Quit(); }) << "BeforeQuit"
-                          << "Application.BeforeQuit";
+                                     << "AfterDocumentOpen /tmp/part.fdoc" << "Application.AfterDocumentOpen";
+    QTest::newRow("command about to run") << Act([](LatheHost& h) { h.host.BeforeCommandRun(3320); })
+                                          << "BeforeCommand 3320" << "Application.BeforeCommandRun";
     QTest::newRow("saved") << Act([](LatheHost& h) { h.host.DocumentSaved(*h.doc); }) << "AfterDocumentSave"
                            << "Document.AfterDocumentSave";
     QTest::newRow("command") << Act([](LatheHost& h) {
         auto commands = h.app->AddInCommands();
         h.host.InvokeCommand(commands->AddCommand(commands->Cookie(), 4, "Marelon"));
-    }) << "OnCommand 1 4"
-                             << "AddInCommands.OnCommand";
-    QTest::newRow("command state") << Act([](LatheHost& h) {
-        auto commands = h.app->AddInCommands();
-        h.host.CommandEnabled(commands->AddCommand(commands->Cookie(), 2, "Marelon"));
-    }) << "OnCommandUI 2"
-                                   << "AddInCommands.OnCommandUI";
-    QTest::newRow("simulation begins") << Act([](LatheHost& h) { h.host.SimulationBegin(*h.doc); }) << "OnBegin"
-                                       << "Simulation.OnBegin";
+    }) << "OnCommand 1 4" << "AddInCommands.OnCommand";
     QTest::newRow("operation starts") << Act([](LatheHost& h) { h.host.OperationStart(h.doc, 2); })
-                                      << "OnOperationStart Pick Up"
-                                      << "Simulation.OnOperationStart";
-    QTest::newRow("operation simulated") << Act([](LatheHost& h) { h.host.SimulateOperation(h.doc, 3); })
-                                         << "OnSimulateOperation Back Drill"
-                                         << "Simulation.OnSimulateOperation";
+                                      << "OnOperationStart Pick Up" << "Simulation.OnOperationStart";
     QTest::newRow("technology edited") << Act([](LatheHost& h) { h.host.EditTechnology(h.doc, 1, 2); }) << "OnEdit 153"
                                        << "TechnologyUtility.OnEdit";
 }
@@ -756,52 +501,27 @@ void tst_FeldraModel::eventsReachSinksAndFailuresAreLogged()
     QCOMPARE(failure.description, call);
 }
 
-void tst_FeldraModel::byReferenceArgumentsReturnToTheHost()
+void tst_FeldraModel::editResultReturnsToTheHost()
 {
     LatheHost h;
     Sink sink;
     adviseEverywhere(h, sink);
-    auto commands = h.app->AddInCommands();
-    const int dataPage = commands->AddCommand(commands->Cookie(), 2, "Marelon");
-    const int toolData = commands->AddCommand(commands->Cookie(), 1, "Marelon");
 
-    QVERIFY(h.host.BeforeCommandRun(3320));
-    QVERIFY(!h.host.BeforeCommandRun(3321));
-    QVERIFY(!h.host.CommandEnabled(dataPage));
-    QVERIFY(h.host.CommandEnabled(toolData, false));
     const auto edit = h.host.EditTechnology(h.doc, 2, 3);
+
     QVERIFY(edit.bOverride);
     QCOMPARE(edit.resultCode, 30);
 }
 
-void tst_FeldraModel::servicesAreRequestedThroughTheHost()
+void tst_FeldraModel::localizerAndSetupFileThroughTheFacade()
 {
     LatheHost h;
-    QStringList keys;
-    h.host.Services().sendKeys = [&keys](const QString& k) { keys << k; };
-    h.host.Services().pickAnswers = {"F1", ""};
-
-    h.app->SendKeys("^m");
-    h.app->ShowHelpTopic("/opt/feldra/Help/1031/Marelon Help.chm", "posting.htm#Warning");
-    auto picked = h.document()->PickObject("Select Feature for Stock Profile", 6);
-    auto cancelled = h.document()->PickObject("Select Feature for Stock Profile", 6);
-
-    QCOMPARE(keys, QStringList{"^m"});
-    QCOMPARE(h.host.Log().RequestsOf("Application.ShowHelpTopic").first().arguments,
-             (QStringList{"/opt/feldra/Help/1031/Marelon Help.chm", "posting.htm#Warning"}));
-    QCOMPARE(h.host.Log().RequestsOf("Document.PickObject").size(), 2);
-    QCOMPARE(picked->Key(), QStringLiteral("F1"));
-    QVERIFY(!cancelled);
-
-    auto helpLocale = h.app->CreateHelpLocale();
-    QCOMPARE(helpLocale->HelpLanguageNumber(1031), 1031);
-    QCOMPARE(helpLocale->HelpLanguageNumber(1036), 1033);
+    // Without a localiser of the application's, texts stay English.
     QCOMPARE(h.app->CreateLocalizer()->Translate("Tool Data"), QStringLiteral("Tool Data"));
 
-    const QString setupFile = QString::fromUtf8(MARELON_SOURCE_DIR "/data/MachineSetups/L5 16-20/Standard_Metric.EMS");
-    setup(h)->LoadSetupFile(setupFile);
-    QVERIFY(setup(h)->SetupEntries()->Count() > 0);
-    QVERIFY_THROWS_EXCEPTION(host::HostError, setup(h)->LoadSetupFile(setupFile + ".missing"));
+    h.setup()->LoadSetupFile(QStringLiteral(MARELON_SOURCE_DIR "/data/MachineSetups/L5 16-20/Standard_Metric.EMS"));
+
+    QCOMPARE(h.setup()->MachineSetupName(), QStringLiteral("Standard"));
 }
 
 void tst_FeldraModel::documentKeptAfterCloseStaysUsable()

@@ -73,8 +73,6 @@ void tst_SimulationRunner::eventsInOrderAndAxesAfterEachOperation_data()
     QTest::addColumn<QList<bool>>("z2Enabled");
 
     QTest::newRow("no operations") << QStringList{} << QStringList{"Begin"} << QList<bool>{};
-    QTest::newRow("one") << QStringList{"Face"} << QStringList{"Begin", "Start Face", "Simulate Face"}
-                         << QList<bool>{false};
     QTest::newRow("main, back, main")
         << QStringList{"Face", "Back Drill", "Cut-Off"}
         << QStringList{"Begin", "Start Face", "Simulate Face", "Start Back Drill", "Simulate Back Drill",

@@ -1,2 +1,0 @@
-const a = 1;
-const = 2;
