@@ -141,24 +141,11 @@ private slots:
         QVERIFY(f.messages->Messages().isEmpty());
     }
 
-    void choosingAMachineLoadsItsLibrary()
-    {
-        ToolDataFixture f;
-        f.WriteLibrary(kL5, kThreeHolders);
-        f.WriteLibrary(QStringLiteral("R6-04-07 ToolHolders.txt"), "\"R1\",\"Only\",0,0,0,-1,1,1\r\n");
-        frmToolData form(f.application);
-        auto* machines = control<QComboBox>(form, "cmbMachineName");
-        machines->setCurrentIndex(machines->findText(QStringLiteral("R6 04-07")));
-        emit machines->activated(machines->currentIndex());
-        QCOMPARE(form.HolderTable().size(), 1);
-        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Only"));
-    }
-
-    // Captions and the missing-library message pass through the localiser when shown.
+    // Captions and the missing-library message pass through the localiser when
+    // shown; a document without tools leaves the grid empty and disabled.
     void missingLibraryAndCaptionsInTheUsersLanguage()
     {
         ToolDataFixture f;
-        f.AddTool(1, 1);
         class Marking : public host::Localizer {
             int LanguageCode() const override { return 1031; }
             void setLanguageCode(int) override {}
@@ -176,6 +163,16 @@ private slots:
         QCOMPARE(control<QGroupBox>(form, "fraToolSettings")->title(), QStringLiteral("<Tool Settings>"));
         QCOMPARE(cell(form, 0, 3), QStringLiteral("<Tool ID>"));
         QCOMPARE(cell(form, 0, 1), QStringLiteral("T#"));
+        QVERIFY(!control<QTableWidget>(form, "ToolGrid")->isEnabled());
+        QCOMPARE(control<QTableWidget>(form, "ToolGrid")->rowCount(), 1);
+
+        // Another machine with its library installed.
+        f.WriteLibrary(QStringLiteral("R6-04-07 ToolHolders.txt"), "\"R1\",\"Only\",0,0,0,-1,1,1\r\n");
+        auto* machines = control<QComboBox>(form, "cmbMachineName");
+        machines->setCurrentIndex(machines->findText(QStringLiteral("R6 04-07")));
+        emit machines->activated(machines->currentIndex());
+        QCOMPARE(form.HolderTable().size(), 1);
+        QCOMPARE(text(form, "lblHolderDesc"), QStringLiteral("Only"));
     }
 
     void holderShownInDocumentUnits_data()
@@ -203,19 +200,6 @@ private slots:
         QCOMPARE((QStringList{text(form, "txtHolderXShift"), text(form, "txtHolderZShift"), text(form, "txtHolderYShift"),
                               text(form, "lblHolderSpdlRot"), text(form, "lblGear1"), text(form, "lblGear2")}),
                  shown);
-    }
-
-    void documentWithoutTools()
-    {
-        ToolDataFixture f;
-        f.WriteLibrary(kL5, kThreeHolders);
-        frmToolData form(f.application);
-        auto* grid = control<QTableWidget>(form, "ToolGrid");
-        QVERIFY(!grid->isEnabled());
-        QCOMPARE(grid->rowCount(), 1); // the header row only
-        selectHolder(form, 2);
-        form.cmdDelete_Click();
-        QCOMPARE(form.HolderTable().size(), 2);
     }
 
     void gridEditing_data()
