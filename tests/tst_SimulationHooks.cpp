@@ -270,26 +270,20 @@ private slots:
     {
         QTest::addColumn<int>("existingType"); // 0 for none
         QTest::addColumn<QVariant>("existingValue");
-        QTest::addColumn<QStringList>("turret2Limits");
         QTest::addColumn<double>("z2Position");
 
-        const QStringList limits{"X2", "Z2", "Z2"};
-        QTest::newRow("new: the upper limit") << 0 << QVariant() << limits << kZ2UpperLimit;
-        QTest::newRow("the user's value stays") << 5 << QVariant(42.0) << limits << 42.0;
-        QTest::newRow("placeholder counts as unset") << 5 << QVariant(0.1234567) << limits << kZ2UpperLimit;
-        QTest::newRow("text property replaced") << 8 << QVariant("42") << limits << kZ2UpperLimit;
-        QTest::newRow("no Z2 limit: placeholder stays") << 0 << QVariant() << QStringList{"X2"} << 0.1234567;
+        QTest::newRow("new: the upper limit") << 0 << QVariant() << kZ2UpperLimit;
+        QTest::newRow("the user's value stays") << 5 << QVariant(42.0) << 42.0;
+        QTest::newRow("placeholder counts as unset") << 5 << QVariant(0.1234567) << kZ2UpperLimit;
+        QTest::newRow("text property replaced") << 8 << QVariant("42") << kZ2UpperLimit;
     }
     void z2PositionProperty()
     {
         QFETCH(int, existingType);
         QFETCH(QVariant, existingValue);
-        QFETCH(QStringList, turret2Limits);
         QFETCH(double, z2Position);
 
-        Lathe lathe;
-        lathe.turret2Limits = turret2Limits;
-        SimulatedLathe simulation(lathe, {"backAtZ2"});
+        SimulatedLathe simulation(Lathe(), {"backAtZ2"});
         auto& properties = simulation.state->data.operations[0]->customProperties;
         if (existingType != 0)
             properties.append(std::make_shared<CustomPropertyData>(
