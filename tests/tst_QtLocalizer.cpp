@@ -1,4 +1,3 @@
-#include "feldra/HelpLocale.h"
 #include "feldra/QtLocalizer.h"
 
 #include <QAction>
@@ -116,8 +115,6 @@ private slots:
     void translate();
     void translateFormSwitchesLanguages();
     void translateFormTakesNewEnglishTextsSetByCode();
-    void helpLanguageNumber_data();
-    void helpLanguageNumber();
     void germanCatalogueIsComplete();
 };
 
@@ -182,24 +179,6 @@ void tst_QtLocalizer::translateFormTakesNewEnglishTextsSetByCode()
 
     LocalizerFor(QtLocalizer::kEnglish)->TranslateForm(&form.window);
     QCOMPARE(form.machine->text(), QStringLiteral("Tool Settings"));
-}
-
-void tst_QtLocalizer::helpLanguageNumber_data()
-{
-    QTest::addColumn<int>("languageCode");
-    QTest::addColumn<int>("folder");
-
-    QTest::newRow("German") << 1031 << 1031;
-    QTest::newRow("French") << kFrench << 1033;
-    QTest::newRow("Swiss German") << 2055 << 1033;
-}
-
-void tst_QtLocalizer::helpLanguageNumber()
-{
-    QFETCH(int, languageCode);
-    QFETCH(int, folder);
-
-    QCOMPARE(feldra::HelpLocale().HelpLanguageNumber(languageCode), folder);
 }
 
 // Every text of the German catalogue is finished, translated, unique and
