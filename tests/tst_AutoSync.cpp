@@ -253,18 +253,6 @@ private slots:
         QCOMPARE(Ties(document_->data), ties);
     }
 
-    void placementsAndFreshIndices()
-    {
-        autoSync(Operations("Back=0s2 A=21 B=1 Cut=5c153 Pick=0s2p207").Sync(2, {{1, 1, 40}}).Build());
-        QCOMPARE(SyncsOf(document_->data), (QStringList{
-                                                "G821 A P3 E0 / Back P3 E0",
-                                                "G820 B P3 E1 / Back P3 E1",
-                                                "G811 Cut P4 E2 / Pick P1 E2",
-                                                "G810 Cut P2 E3 / Pick P2 E3",
-                                            }));
-        QVERIFY(messages_->Messages().isEmpty());
-    }
-
     void cutoffAndPickup_data()
     {
         QTest::addColumn<QString>("operations");
@@ -406,19 +394,6 @@ private slots:
             QCOMPARE(OrderOf(document_->data), OrderOf(part()->data));
             QCOMPARE(SyncsOf(document_->data), syncsBefore);
         }
-    }
-
-    void twiceGivesTheSameSynchronisations()
-    {
-        autoSync(part());
-        const QStringList order = OrderOf(document_->data);
-        const QStringList syncs = SyncsOf(document_->data);
-        QCOMPARE(syncs.size(), 4);
-        auto again = dialog(document_);
-        machines(*again).setCurrentIndex(kL5);
-        again->cmdOK_Click();
-        QCOMPARE(OrderOf(document_->data), order);
-        QCOMPARE(SyncsOf(document_->data), syncs);
     }
 };
 
