@@ -12,19 +12,10 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimer>
 
 using namespace marelon;
 
 namespace {
-
-frmWarning* VisibleWarning()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* warning = dynamic_cast<frmWarning*>(widget); warning && warning->isVisible())
-            return warning;
-    return nullptr;
-}
 
 feldra::Point3 Cross(const feldra::Point3& a, const feldra::Point3& b)
 {
@@ -108,21 +99,8 @@ private slots:
         fixture.Connect();
         fixture.host.Activate(fixture.Document());
 
-        // Closes the modal dialog from inside its own event loop; a timer that
-        // finds none means that the command showed no modal dialog.
-        QString shown;
-        QTimer closer;
-        closer.setSingleShot(true);
-        connect(&closer, &QTimer::timeout, this, [&] {
-            if (QWidget* modal = QApplication::activeModalWidget()) {
-                shown = modal->objectName();
-                modal->close();
-            }
-        });
-        closer.start(0);
-        QVERIFY(fixture.host.InvokeCommand(fixture.addIn.CommandHandle(id)));
-        closer.stop();
-
+        const QString shown = AnswerModal([&] { QVERIFY(fixture.host.InvokeCommand(fixture.addIn.CommandHandle(id))); },
+                                          [](QWidget& modal) { modal.close(); });
         QCOMPARE(shown, dialog);
         QCOMPARE(fixture.host.Log().RequestsOf("Application.NotifyCommandStart").size(), notified);
         if (!request.isEmpty()) {
@@ -282,21 +260,11 @@ private slots:
             SaveSetting(kAppName, kNcCodeDialogSection, kDontShowKey, dontShow);
         Flags().ncWarningCancel = !cancelled;
 
-        // Answers the warning from inside its own event loop; a timer that never
-        // fires means that no warning was shown.
-        bool shown = false;
-        QTimer answerer;
-        answerer.setSingleShot(true);
-        connect(&answerer, &QTimer::timeout, this, [&] {
-            if (frmWarning* warning = VisibleWarning()) {
-                shown = true;
-                QTest::mouseClick(warning->findChild<QPushButton*>(answer), Qt::LeftButton);
-            }
-        });
-        answerer.start(0);
-        const bool overridden = fixture.host.BeforeCommandRun(command);
-        answerer.stop();
-
+        bool overridden = false;
+        const bool shown = AnswerModal([&] { overridden = fixture.host.BeforeCommandRun(command); },
+                                       [&](QWidget& warning) {
+                                           QTest::mouseClick(warning.findChild<QPushButton*>(answer), Qt::LeftButton);
+                                       }) == QLatin1String("frmWarning");
         QCOMPARE(shown, warned);
         QCOMPARE(overridden, cancelled);
         QVERIFY(fixture.host.Log().FailedCallbacks().isEmpty());
