@@ -177,7 +177,6 @@ private slots:
         QTest::addColumn<QStringList>("sequence");
         QTest::newRow("Shutdown twice") << QStringList{"Shutdown", "Shutdown"};
         QTest::newRow("quit, then disconnection") << QStringList{"Quit", "OnDisconnection"};
-        QTest::newRow("shutdown, then quit") << QStringList{"Shutdown", "BeforeQuit"};
         QTest::newRow("begin shutdown, quit, disconnection")
             << QStringList{"OnBeginShutdown", "BeforeQuit", "OnDisconnection"};
     }

@@ -127,7 +127,6 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QStringList>("shown"); // name, X, Z, Y, gear 1, gear 2, description
         QTest::addColumn<bool>("forward");
-        QTest::newRow("inches") << 70 << "en_US" << "GTF5101" << QStringList{"GTF5101", "1", "0.5", "0.25", "1", "2", "Gang 1"} << true;
         QTest::newRow("millimetres") << 71 << "de_DE" << "GTF5101" << QStringList{"GTF5101", "25,4", "12,7", "6,35", "1", "2", "Gang 1"} << true;
         QTest::newRow("first of two") << 70 << "en_US" << "TWICE" << QStringList{"TWICE", "0", "0", "0", "1", "1", "First"} << false;
     }
