@@ -40,6 +40,7 @@ private slots:
         QTest::newRow("no document: tool data") << 0 << true << true << 1 << true << false;
         QTest::newRow("no document: add-in help") << 0 << true << true << 5 << true << false;
         QTest::newRow("lathe: tool data") << 1 << true << true << 1 << false << true;
+        QTest::newRow("mill: tool data") << 2 << true << true << 1 << true << false;
         QTest::newRow("lathe: data page closed") << 1 << true << true << 2 << false << true;
         QTest::newRow("lathe: data page open") << 1 << false << true << 2 << true << false;
         QTest::newRow("mill: data page") << 2 << true << true << 2 << true << false;

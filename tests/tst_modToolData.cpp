@@ -116,6 +116,7 @@ private slots:
         QTest::newRow("22 other mount") << 22 << 0 << 0 << 0 << 0 << "0" << "0" << "0";
         QTest::newRow("17 side 1 corner 11") << 17 << 10 << 1 << 11 << 0 << "1" << "-2" << "0";
         QTest::newRow("17 side 1 corner 13") << 17 << 0 << 1 << 13 << 0 << "0" << "-0.5" << "0";
+        QTest::newRow("17 side 2 corner 14") << 17 << 0 << 2 << 14 << 0 << "0" << "0" << "0";
         QTest::newRow("17 side 2 corner 12") << 17 << 0 << 2 << 12 << 0 << "0" << "1.5" << "0";
         QTest::newRow("23 side 1 other corner") << 23 << 10 << 1 << 15 << 0 << "1" << "kept" << "kept";
         QTest::newRow("23 other side") << 23 << 0 << 3 << 12 << 0 << "0" << "0" << "0";
