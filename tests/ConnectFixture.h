@@ -8,12 +8,36 @@
 #include "feldra/MessageBoxRecorder.h"
 #include "feldra/QtLocalizer.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantList>
+#include <QWidget>
+
+#include <functional>
 
 inline const QString kProgId = QStringLiteral("Marelon.Connect");
+
+// Runs a call; a modal dialog it opens is answered from inside its own event
+// loop. Returns the dialog's object name, empty when the call opened none.
+inline QString AnswerModal(const std::function<void()>& call, const std::function<void(QWidget&)>& answer)
+{
+    QString shown;
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (QWidget* modal = QApplication::activeModalWidget()) {
+            shown = modal->objectName();
+            answer(*modal);
+        }
+    });
+    timer.start(0);
+    call();
+    timer.stop();
+    return shown;
+}
 
 // A Feldra host with its folders in a temporary directory, the host's
 // localiser in a chosen language, and the add-in connected to it (or about to be).

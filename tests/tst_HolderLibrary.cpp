@@ -1,4 +1,5 @@
 #include "tooldata/HolderLibrary.h"
+#include "tooldata/modToolData.h"
 
 #include <QDir>
 #include <QFile>
@@ -74,11 +75,9 @@ private slots:
         QTest::addColumn<QString>("file");
         QTest::newRow("plain") << "A20" << "A20 ToolHolders.txt";
         QTest::newRow("blank becomes hyphen") << "B2 12-20" << "B2-12-20 ToolHolders.txt";
-        QTest::newRow("two parts") << "R6 04-07" << "R6-04-07 ToolHolders.txt";
         QTest::newRow("hyphen kept") << "M2-3 20-32" << "M2-3-20-32 ToolHolders.txt";
         QTest::newRow("case matters") << "a20" << "";
         QTest::newRow("not a model") << "Z99" << "";
-        QTest::newRow("empty") << "" << "";
     }
     void fileNames()
     {
@@ -100,13 +99,11 @@ private slots:
                                                            "\"C\",\"c\",x,0,0,-1,1,1\r\n\"D\",\"d\",0,0,0,-1,1,1\r\n")
                                               << 2 << "B";
         QTest::newRow("150 lines") << lines(150) << 101 << "H100";
-        QTest::newRow("101 lines") << lines(101) << 101 << "H100";
         QTest::newRow("LF only") << QByteArray("\"A\",\"a\",0,0,0,-1,1,1\n\"B\",\"b\",0,0,0,1,1,1") << 2 << "B";
         QTest::newRow("blank line skipped") << QByteArray("\"A\",\"a\",0,0,0,-1,1,1\r\n\r\n  \r\n\"B\",\"b\",0,0,0,1,1,1\r\n") << 2 << "B";
         QTest::newRow("blanks around fields") << QByteArray("  \"A\" , \"a\" ,\t1 , 2,3 ,-1, 1 ,1  \r\n") << 1 << "A";
         QTest::newRow("comma in quotes") << QByteArray("\"A,1\",\"x, y\",0,0,0,-1,1,1\r\n") << 1 << "A,1";
         QTest::newRow("unquoted name") << QByteArray("GTF1,desc,0,0,0,-1,1,1\r\n") << 1 << "GTF1";
-        QTest::newRow("seven fields") << QByteArray("\"A\",\"a\",0,0,0,-1,1\r\n") << 0 << "";
         QTest::newRow("nine fields") << QByteArray("\"A\",\"a\",0,0,0,-1,1,1,1\r\n") << 0 << "";
         QTest::newRow("unclosed quote") << QByteArray("\"A,\"a\",0,0,0,-1,1,1\r\n") << 0 << "";
         QTest::newRow("quote inside unquoted name") << QByteArray("GT\"F,\"a\",0,0,0,-1,1,1\r\n") << 0 << "";
@@ -116,7 +113,6 @@ private slots:
         QTest::newRow("rotation beyond 16 bits") << QByteArray("\"A\",\"a\",0,0,0,40000,1,1\r\n") << 0 << "";
         QTest::newRow("number overflowing double") << QByteArray("\"A\",\"a\",1E999,0,0,-1,1,1\r\n") << 0 << "";
         QTest::newRow("empty file") << QByteArray() << 0 << "";
-        QTest::newRow("only blank lines") << QByteArray("\r\n\r\n") << 0 << "";
     }
     void reading()
     {
@@ -133,13 +129,10 @@ private slots:
     {
         QTest::addColumn<QByteArray>("field");
         QTest::addColumn<double>("value");
-        QTest::newRow("no leading zero") << QByteArray(".5") << 0.5;
         QTest::newRow("negative fraction") << QByteArray("-.5") << -0.5;
         QTest::newRow("plus sign") << QByteArray("+2") << 2.0;
         QTest::newRow("exponent") << QByteArray("1.5E-2") << 0.015;
-        QTest::newRow("small e, signed exponent") << QByteArray("2e+3") << 2000.0;
         QTest::newRow("trailing point") << QByteArray("3.") << 3.0;
-        QTest::newRow("empty reads 0") << QByteArray("") << 0.0;
         QTest::newRow("blank reads 0") << QByteArray("  ") << 0.0;
     }
     void numbers()
@@ -151,20 +144,14 @@ private slots:
         QCOMPARE(records[0].xShift, value);
     }
 
-    void fieldsInFileOrder()
+    // A line read gives the fields in file order, and the record written gives
+    // the same line, whatever the user's locale.
+    void lineReadAndWritten()
     {
-        const auto records = ParseHolderRecords("\"GTF3110\",\"Gang holder 1\",0.25,1.25,-.5,1,2,3\r\n");
-        QCOMPARE(records.size(), 1);
-        QCOMPARE(records[0], (HolderRecord{"GTF3110", "Gang holder 1", 0.25, 1.25, -0.5, 1, 2, 3}));
-    }
-
-    void writtenLinesAreInvariant()
-    {
-        const HolderRecord record{"GTF3110", "Gang holder 1", 0, 1.25, -0.5, -1, 1, 1.5};
-        const QByteArray line = HolderLine(record);
-        QVERIFY(line.endsWith("\r\n"));
-        QCOMPARE(line, QByteArray("\"GTF3110\",\"Gang holder 1\",0,1.25,-0.5,-1,1,1.5\r\n"));
-        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); // the user's locale is not used
+        const QByteArray line("\"GTF3110\",\"Gang holder 1\",0.25,1.25,-0.5,1,2,1.5\r\n");
+        const HolderRecord record{"GTF3110", "Gang holder 1", 0.25, 1.25, -0.5, 1, 2, 1.5};
+        QCOMPARE(ParseHolderRecords(line), QList<HolderRecord>{record});
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         QCOMPARE(HolderLine(record), line);
         QLocale::setDefault(QLocale::c());
     }
@@ -182,16 +169,10 @@ private slots:
         QCOMPARE(records[1].yShift, 1e-7);
     }
 
-    void appendAfterALastLineWithoutEnd()
+    // Every line stays, the last one without its end and those beyond the table too.
+    void appendKeepsTheFile()
     {
-        writeAll(path_, "\"A\",\"a\",0,0,0,-1,1,1");
-        QVERIFY(AppendHolder(path_, holder("B")));
-        QCOMPARE(ReadHolderFile(path_).size(), 2);
-    }
-
-    void appendKeepsLinesBeyondTheTable()
-    {
-        writeAll(path_, lines(120));
+        writeAll(path_, lines(120).chopped(2));
         QVERIFY(AppendHolder(path_, holder("B")));
         QCOMPARE(readAll(path_), lines(120) + HolderLine(holder("B")));
     }
@@ -209,7 +190,6 @@ private slots:
         QTest::addColumn<int>("index");
         QTest::addColumn<QStringList>("left");
         QTest::newRow("only holder") << 1 << 0 << QStringList{};
-        QTest::newRow("first of three") << 3 << 0 << QStringList{"H1", "H2"};
         QTest::newRow("last of three") << 3 << 2 << QStringList{"H0", "H1"};
         QTest::newRow("middle of three") << 3 << 1 << QStringList{"H0", "H2"};
         QTest::newRow("position beyond the file") << 2 << 5 << QStringList{"H0", "H1"};
@@ -274,25 +254,21 @@ private slots:
 
     void everyDeliveredLibraryLoads()
     {
-        int files = 0;
-        for (const char* machine :
-             {"A20", "A32", "B12", "B2 12-20", "C12-16", "C20-32", "E2 16J", "E2 25J-32", "E2 32IV", "K16",
-              "L3 16-20", "L4 25-32", "L5 16-20", "L7 16-20", "L6 32", "M20", "M2-3 12-16", "M2-3 20-32",
-              "R6 04-07"}) {
-            const QString path = HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), QString::fromLatin1(machine));
-            QVERIFY2(HolderFileExists(path), qPrintable(path));
+        const QStringList machines = MachineNames(false);
+        QCOMPARE(machines.size(), 19);
+        for (const QString& machine : machines) {
+            const QString path = HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine);
+            QVERIFY2(HolderFileExists(path), qPrintable(machine));
             const QByteArray text = readAll(path);
             const auto records = ParseHolderRecords(text);
-            QVERIFY2(records.size() >= 10, machine);
+            QVERIFY2(records.size() >= 10, qPrintable(machine));
             QCOMPARE(text.count("\r\n"), records.size()); // every line is a holder
             for (const auto& record : records) {
                 QVERIFY(!record.name.isEmpty() && !record.description.isEmpty());
                 QVERIFY(!SpindleRotationText(record.spindleRotation).isEmpty());
                 QVERIFY(record.gearRatio1 != 0 && record.gearRatio2 != 0);
             }
-            ++files;
         }
-        QCOMPARE(files, 19);
     }
 };
 

@@ -121,7 +121,6 @@ private slots:
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("to");
 
-        QTest::newRow("down to next") << int(Qt::Key_Down) << 0 << 1;
         QTest::newRow("right to next") << int(Qt::Key_Right) << 1 << 2;
         QTest::newRow("down wraps to first") << int(Qt::Key_Down) << 2 << 0;
         QTest::newRow("up wraps to last") << int(Qt::Key_Up) << 0 << 2;

@@ -23,8 +23,6 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("value");
         QTest::newRow("warning") << "NC Code Dialog" << "Don't Show" << "1";
-        QTest::newRow("odd key") << "Data Page Settings" << "Chamf Dist Z" << "0.125";
-        QTest::newRow("control name") << "Data Page Settings" << "txt990" << "12";
         QTest::newRow("General section") << "General" << "Machine Name" << "3";
         QTest::newRow("empty") << "Auto Sync" << "Machine Name" << "";
         QTest::newRow("blanks around") << "Auto Sync" << "Machine Name" << "  7 ";

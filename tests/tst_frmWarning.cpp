@@ -32,7 +32,6 @@ private slots:
         QTest::addColumn<QString>("after");
 
         QTest::newRow("yes keeps generating") << "" << false << "cmdYes" << false << "0";
-        QTest::newRow("no cancels") << "" << false << "cmdNo" << true << "0";
         QTest::newRow("close box cancels like no") << "0" << false << "frame" << true << "0";
         QTest::newRow("tick and no: cancel, never again") << "0" << true << "cmdNo" << true << "1";
         QTest::newRow("untick and yes stores 0") << "1" << false << "cmdYes" << false << "0";
@@ -63,13 +62,6 @@ private slots:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(Flags().ncWarningCancel, cancel);
         QCOMPARE(stored(), after);
-    }
-
-    void textsAreShown()
-    {
-        frmWarning dialog(nullptr);
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Warning"));
-        QCOMPARE(dialog.findChild<QCheckBox*>("chkDontShow")->text(), QStringLiteral("Don't show me this again."));
     }
 
     void aSettingThatIsNoNumberKeepsTheDialogFromOpening()
