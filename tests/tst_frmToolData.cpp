@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -179,22 +180,30 @@ private slots:
     {
         QTest::addColumn<int>("units");
         QTest::addColumn<QString>("locale");
+        QTest::addColumn<QByteArray>("library");
         QTest::addColumn<int>("holder");
         QTest::addColumn<QStringList>("shown"); // X, Z, Y, rotation, gear 1, gear 2
-        QTest::newRow("inches") << 70 << "en_US" << 0 << QStringList{"1.5", "0.5", "0.25", "Forward", "1", "2"};
-        QTest::newRow("millimetres, German") << 71 << "de_DE" << 0 << QStringList{"38,1", "12,7", "6,35", "Forward", "1", "2"};
-        QTest::newRow("not applicable") << 70 << "en_US" << 1 << QStringList{"0", "1", "0", "N/A", "1", "0"};
-        QTest::newRow("reverse") << 70 << "de_DE" << 2 << QStringList{"-0,1", "-1,6", "0", "Reverse", "2", "3"};
+        QTest::newRow("inches") << 70 << "en_US" << kThreeHolders << 0 << QStringList{"1.5", "0.5", "0.25", "Forward", "1", "2"};
+        QTest::newRow("millimetres, German") << 71 << "de_DE" << kThreeHolders << 0 << QStringList{"38,1", "12,7", "6,35", "Forward", "1", "2"};
+        QTest::newRow("not applicable") << 70 << "en_US" << kThreeHolders << 1 << QStringList{"0", "1", "0", "N/A", "1", "0"};
+        QTest::newRow("reverse") << 70 << "de_DE" << kThreeHolders << 2 << QStringList{"-0,1", "-1,6", "0", "Reverse", "2", "3"};
+        // -42.5 and 5 mm, stored in inches with the file's 15 digits
+        const QByteArray typedInMillimetres = "\"M1\",\"Typed in mm\",-1.67322834645669,.196850393700787,0,-1,1,1\r\n";
+        QTest::newRow("millimetres typed in millimetres") << 71 << "en_US" << typedInMillimetres << 0
+                                                          << QStringList{"-42.5", "5", "0", "Forward", "1", "1"};
+        QTest::newRow("the same in inches") << 70 << "en_US" << typedInMillimetres << 0
+                                            << QStringList{"-1.67322834645669", "0.196850393700787", "0", "Forward", "1", "1"};
     }
     void holderShownInDocumentUnits()
     {
         QFETCH(int, units);
         QFETCH(QString, locale);
+        QFETCH(QByteArray, library);
         QFETCH(int, holder);
         QFETCH(QStringList, shown);
         QLocale::setDefault(QLocale(locale));
         ToolDataFixture f(units);
-        f.WriteLibrary(kL5, kThreeHolders);
+        f.WriteLibrary(kL5, library);
         frmToolData form(f.application);
         selectHolder(form, holder);
         QCOMPARE((QStringList{text(form, "txtHolderXShift"), text(form, "txtHolderZShift"), text(form, "txtHolderYShift"),
@@ -271,6 +280,25 @@ private slots:
         QTest::keyClick(grid, Qt::Key_Delete);
         QCOMPARE(cell(form, 1, 1), QString());
         QCOMPARE(tool->number, 3);
+    }
+
+    // A larger font than the twips widths were made for must not cut a header
+    // off, and a list longer than the grid scrolls only up and down.
+    void headersFitTheirColumns()
+    {
+        ToolDataFixture f;
+        for (int number = 1; number <= 40; ++number)
+            f.AddTool(number, number);
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        QFont large = grid->font();
+        large.setPointSize(2 * QFontInfo(large).pointSize());
+        grid->setFont(large);
+        form.ToolListUpdate();
+        form.show();
+        for (int column = 1; column <= 3; ++column)
+            QVERIFY(grid->fontMetrics().horizontalAdvance(cell(form, 0, column)) < grid->columnWidth(column));
+        QCOMPARE(grid->horizontalScrollBar()->maximum(), 0);
     }
 
     void refusedToolIdShowsWhatTheToolHolds()

@@ -34,6 +34,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QTimer>
 
@@ -67,15 +68,17 @@ void sizeGrid(QTableWidget& grid)
     const int dpi = grid.logicalDpiX();
     QStyleOptionViewItem option;
     option.initFrom(&grid);
+    option.font = grid.font();
     const int gridLine = grid.showGrid() ? 1 : 0;
     int total = 0;
     for (int column = 0; column < kColumns; ++column) {
         const int header = grid.itemDelegate()->sizeHint(option, grid.model()->index(0, column)).width();
         const int width = std::max(dpi * kColumnTwips[column] / 1440, header + gridLine);
         grid.setColumnWidth(column, width);
-        total += width;
+        total += grid.columnWidth(column); // the header's minimum section size may have widened it
     }
-    const int chrome = 2 * grid.frameWidth() + grid.verticalScrollBar()->sizeHint().width();
+    const int scrollBar = grid.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, grid.verticalScrollBar());
+    const int chrome = 2 * grid.frameWidth() + scrollBar;
     grid.setFixedWidth(std::max(dpi * kGridTwips / 1440, total + chrome));
 }
 
