@@ -467,6 +467,10 @@
         <translation>Maschineneinrichtungsdatei für diese Maschine nicht vorhanden</translation>
     </message>
     <message>
+        <source>The machine setups of this machine cannot be listed.</source>
+        <translation>Die Maschineneinrichtungen dieser Maschine können nicht aufgelistet werden.</translation>
+    </message>
+    <message>
         <extracomment>Data Page: machine parameters</extracomment>
         <source>Bar Stock O.D.</source>
         <translation>Stangen-Außendurchmesser</translation>

@@ -1,28 +1,117 @@
 #include "datapage/frmMarelonDataPage.h"
 
+#include "addin/ContinueOnError.h"
 #include "addin/host/Application.h"
 #include "addin/host/Document.h"
+#include "addin/host/GraphicObject.h"
 #include "addin/host/MachineSetup.h"
-#include "addin/host/NCHeads.h"
+#include "addin/host/Operation.h"
+#include "addin/host/Operations.h"
+#include "addin/host/Technology.h"
+#include "addin/host/Technology207.h"
 #include "addin/modGlobals.h"
+#include "addin/settings/MachineCodes.h"
 #include "addin/ui/HelpAccess.h"
+#include "addin/ui/ListSelection.h"
 #include "addin/ui/ModelessForm.h"
+#include "addin/ui/TabStop.h"
 #include "addin/ui/UiServices.h"
+#include "datapage/BarLoader.h"
+#include "datapage/DataPageOutput.h"
+#include "datapage/DataPagePersistence.h"
+#include "datapage/DataPageSettings.h"
+#include "datapage/MachineCatalogue.h"
+#include "datapage/MachineSetups.h"
+#include "datapage/ParameterUpdates.h"
+#include "datapage/StockDefinition.h"
+#include "numeric/Encode.h"
+#include "numeric/NumberText.h"
+#include "numeric/Validation.h"
+#include "tooldata/ControlHandler.h"
 #include "ui_frmMarelonDataPage.h"
 
 #include <QCloseEvent>
-#include <QComboBox>
-#include <stdexcept>
+#include <QFocusEvent>
+#include <QScopeGuard>
+
+#include <cmath>
 
 namespace marelon {
 namespace {
 
-// Clears a list and fills it with the entries, translated unless told otherwise.
-void FillList(QComboBox* list, const QStringList& entries, bool translate = true)
+// Clears a list and fills it with the entries, translated unless told
+// otherwise; a list just filled has no selection.
+void FillList(QComboBox& list, const QStringList& entries, bool translate = true)
 {
-    list->clear();
+    list.clear();
     for (const QString& entry : entries)
-        list->addItem(translate ? Tr(entry) : entry);
+        list.addItem(translate ? Tr(entry) : entry);
+    list.setCurrentIndex(-1);
+}
+
+// The text boxes whose whole text is selected when they get the focus.
+constexpr const char* kSelectOnFocus[] = {
+    "CircleDiameter", "InsideDiameter", "PartLength", "StockDiameter", "StockLength", "Zamount",
+    "txt813", "txt814", "txt815", "txt816", "txt817", "txt818", "txt819", "txt820", "txt821", "txt822", "txt824",
+    "txt990", "txt991", "txt992", "txtBarLoaderSubNum", "TxtChamferDistX", "TxtChamferDistZ", "txtDwell",
+    "TxtPullBackAmount", "TxtSpindleRPM", "txtStartupSpeed", "txtColletExt",
+};
+
+// The fields that check their expression when they are left, with nothing more to do.
+constexpr const char* kCheckOnLeaving[] = {
+    "PartLength", "StockLength", "Zamount", "txt814", "txt815", "txt818", "txt820", "txt821", "txt824",
+};
+
+// The controls whose leaving runs a handler of its own.
+struct LeaveHandler {
+    const char* control;
+    void (frmMarelonDataPage::*handler)();
+};
+const LeaveHandler kLeaveHandlers[] = {
+    {"StockDiameter", &frmMarelonDataPage::StockDiameter_LostFocus},
+    {"InsideDiameter", &frmMarelonDataPage::InsideDiameter_LostFocus},
+    {"CircleDiameter", &frmMarelonDataPage::CircleDiameter_LostFocus},
+    {"Sides", &frmMarelonDataPage::Sides_LostFocus},
+    {"BaseAngle", &frmMarelonDataPage::BaseAngle_LostFocus},
+    {"ProgramNumber", &frmMarelonDataPage::ProgramNumber_LostFocus},
+    {"txtColletExt", &frmMarelonDataPage::txtColletExt_LostFocus},
+};
+
+// The lists whose selection runs a click handler.
+struct ListHandler {
+    const char* list;
+    void (frmMarelonDataPage::*handler)();
+};
+const ListHandler kListHandlers[] = {
+    {"cmbMachineName", &frmMarelonDataPage::cmbMachineName_Click},
+    {"cmbGangHolder", &frmMarelonDataPage::cmbGangHolder_Click},
+    {"cmbFrontDrillHolder", &frmMarelonDataPage::cmbFrontDrillHolder_Click},
+    {"cmbBackDrillHolder", &frmMarelonDataPage::cmbBackDrillHolder_Click},
+    {"cmbBarLoaderProgType", &frmMarelonDataPage::cmbBarLoaderProgType_Click},
+    {"cmbHeadComment", &frmMarelonDataPage::cmbHeadComment_Click},
+    {"StockTypeC", &frmMarelonDataPage::StockTypeC_Click},
+};
+
+// The controls whose tab stops follow the tab shown.
+constexpr const char* kMachineGroup[] = {
+    "cmbMachineName", "cmdRefresh", "txt813", "txt814", "txt815", "txt816", "txt817", "txt818", "txt819", "txt820",
+    "txt821", "txt822", "txt824", "txt990", "cmbGangHolder", "txt991", "cmbFrontDrillHolder", "txt992",
+    "cmbBackDrillHolder", "cmb893", "cmbBackSpdlExt",
+};
+constexpr const char* kMiscellaneousGroup[] = {
+    "chkToolBreak", "optMagazine", "optHydrostatic", "txtBarLoaderSubNum", "txtDwell", "txtStartupSpeed",
+};
+
+template <class Names>
+bool Contains(const Names& names, const QString& name)
+{
+    return std::any_of(std::begin(names), std::end(names), [&](const char* n) { return name == QLatin1String(n); });
+}
+
+// A number written back into a field by a handler: its shortest text.
+QString NumberText(double value)
+{
+    return numeric::NumberToText(value);
 }
 
 } // namespace
@@ -31,51 +120,192 @@ frmMarelonDataPage::frmMarelonDataPage(std::shared_ptr<host::Application> applic
     : QDialog(parent), ui_(std::make_unique<Ui::frmMarelonDataPage>()), application_(std::move(application))
 {
     ui_->setupUi(this);
-    connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmMarelonDataPage::cmdCancel_Click);
-    connect(ui_->cmdHelp, &QPushButton::clicked, this, &frmMarelonDataPage::cmdHelp_Click);
+    ConnectHandlers();
     Form_Load();
 }
 
 frmMarelonDataPage::~frmMarelonDataPage() = default;
 
+void frmMarelonDataPage::ConnectHandlers()
+{
+    ConnectHandler(this, ui_->cmdOK, &QPushButton::clicked, &frmMarelonDataPage::cmdOK_Click);
+    ConnectHandler(this, ui_->cmdCancel, &QPushButton::clicked, &frmMarelonDataPage::cmdCancel_Click);
+    ConnectHandler(this, ui_->cmdHelp, &QPushButton::clicked, &frmMarelonDataPage::cmdHelp_Click);
+    ConnectHandler(this, ui_->cmdRefresh, &QPushButton::clicked, &frmMarelonDataPage::cmdRefresh_Click);
+    ConnectHandler(this, ui_->CmdUpd816, &QPushButton::clicked, &frmMarelonDataPage::CmdUpd816_Click);
+    ConnectHandler(this, ui_->CmdUpd818, &QPushButton::clicked, &frmMarelonDataPage::CmdUpd818_Click);
+    ConnectHandler(this, ui_->CmdUpd821, &QPushButton::clicked, &frmMarelonDataPage::CmdUpd821_Click);
+    ConnectHandler(this, ui_->CmdUpdColletExt, &QPushButton::clicked, &frmMarelonDataPage::CmdUpdColletExt_Click);
+    ConnectHandler(this, ui_->SelectButton, &QPushButton::clicked, &frmMarelonDataPage::SelectButton_Click);
+    ConnectHandler(this, ui_->optMagazine, &QRadioButton::clicked, &frmMarelonDataPage::optMagazine_Click);
+    ConnectHandler(this, ui_->optHydrostatic, &QRadioButton::clicked, &frmMarelonDataPage::optHydrostatic_Click);
+    ConnectHandler(this, ui_->ODCircle, &QRadioButton::clicked, &frmMarelonDataPage::ODCircle_Click);
+    ConnectHandler(this, ui_->IDCircle, &QRadioButton::clicked, &frmMarelonDataPage::IDCircle_Click);
+    ConnectHandler(this, ui_->Comments, &QLineEdit::textChanged, &frmMarelonDataPage::Comments_Change);
+    for (const ListHandler& list : kListHandlers) {
+        auto* combo = findChild<QComboBox*>(QLatin1String(list.list));
+        connect(combo, &QComboBox::activated, this, [this, handler = list.handler] {
+            RunControlHandler([this, handler] { (this->*handler)(); });
+        });
+    }
+    connect(ui_->MyTabs, &QTabWidget::currentChanged, this, [this, previous = int(kPartData)](int tab) mutable {
+        RunControlHandler([this, previous] { MyTabs_Click(previous); });
+        previous = tab;
+    });
+    for (QLineEdit* edit : findChildren<QLineEdit*>())
+        edit->installEventFilter(this);
+    ui_->Sides->installEventFilter(this);
+}
+
+// Focus in: select the text. Focus out to another control: the field's leave handler.
+bool frmMarelonDataPage::eventFilter(QObject* watched, QEvent* event)
+{
+    const QString name = watched->objectName();
+    if (event->type() == QEvent::FocusIn && Contains(kSelectOnFocus, name)) {
+        auto* box = static_cast<QLineEdit*>(watched);
+        const int start = box->hasSelectedText() ? box->selectionStart() : box->cursorPosition();
+        box->setSelection(start, int(box->text().length()));
+    } else if (event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || !isVisible())
+            return false;
+        // The field ends its own editing first, so that a handler that puts
+        // the focus back keeps the selection it makes.
+        static_cast<QObject*>(watched)->event(event);
+        if (Contains(kCheckOnLeaving, name)) {
+            RunControlHandler([&] { CheckNumericEntry(*static_cast<QLineEdit*>(watched)); });
+        } else {
+            for (const LeaveHandler& leave : kLeaveHandlers)
+                if (name == QLatin1String(leave.control))
+                    RunControlHandler([&] { (this->*leave.handler)(); });
+        }
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 void frmMarelonDataPage::Form_Load()
 {
     TranslateForm(this);
     ParentToHost(this);
+    SetCaptions();
+    SetCirclePicture(false);
+    ui_->SelectButton->setIcon(QPixmap(QStringLiteral(":/datapage/SELECTION")));
+}
+
+// The captions that are the system's own texts, translated as they are set.
+void frmMarelonDataPage::SetCaptions()
+{
     setWindowTitle(Tr(QStringLiteral("Data Page")));
-    ui_->MyTabs->setTabText(0, Tr(QStringLiteral("Part Data")));
-    ui_->MyTabs->setTabText(1, Tr(QStringLiteral("Machine Data")));
-    ui_->MyTabs->setTabText(2, Tr(QStringLiteral("Miscellaneous")));
+    const char* tabs[] = {"Part Data", "Machine Data", "Miscellaneous"};
+    for (int tab = 0; tab < 3; ++tab)
+        ui_->MyTabs->setTabText(tab, Tr(QLatin1String(tabs[tab])));
+    for (const DataPageField& field : DataPageFields()) {
+        if (!*field.caption)
+            continue;
+        if (*field.label)
+            Control<QLabel>(QLatin1String(field.label)).setText(ParameterCaption(field.parameter, field.caption));
+        else if (auto* button = findChild<QAbstractButton*>(QLatin1String(field.control)))
+            button->setText(Tr(QLatin1String(field.caption)));
+    }
+    ui_->SelectButton->setText(QString());
+    ui_->SelectButton->setToolTip(Tr(QStringLiteral("Select Feature for Stock Profile")));
+    const std::pair<QGroupBox*, const char*> frames[] = {
+        {ui_->StockFrame, "Stock Definition"}, {ui_->fraNCOutput, "NC Output"}, {ui_->fraComments, "Comments"},
+        {ui_->fraMachineSetup, "Machine Setup"}, {ui_->fraBarLoader, "Bar Loader"},
+    };
+    for (const auto& [frame, title] : frames)
+        frame->setTitle(Tr(QLatin1String(title)));
+    for (QPushButton* update : {ui_->CmdUpd816, ui_->CmdUpd818, ui_->CmdUpd821, ui_->CmdUpdColletExt})
+        update->setText(Tr(QStringLiteral("Update")));
+    ui_->cmdRefresh->setText(Tr(QStringLiteral("Load")));
+    ui_->cmdOK->setText(Tr(QStringLiteral("OK")));
+    ui_->cmdCancel->setText(Tr(QStringLiteral("Cancel")));
+    ui_->cmdHelp->setText(Tr(QStringLiteral("Help")));
+}
+
+std::shared_ptr<host::Document> frmMarelonDataPage::ActiveDocument() const
+{
+    auto document = application_->ActiveDocument();
+    if (!document)
+        throw host::HostError(QStringLiteral("Application.ActiveDocument"),
+                              QStringLiteral("The Data Page needs an active document."));
+    return document;
+}
+
+QString frmMarelonDataPage::MachineName() const
+{
+    return ui_->cmbMachineName->currentText();
+}
+
+void frmMarelonDataPage::SelectList(QComboBox& list, int position)
+{
+    for (const ListHandler& handler : kListHandlers)
+        if (list.objectName() == QLatin1String(handler.list))
+            return SelectListIndex(list, position, [&] { (this->*handler.handler)(); });
+    SelectListIndex(list, position, [] {});
 }
 
 void frmMarelonDataPage::InitOp()
 {
-    FillHeadList();
+    FillHeadList(*this);
     FillFixedLists();
-    ui_->MyTabs->setCurrentIndex(0);
-}
-
-// One entry per NC output head of the document: "Head-1", "Head-2", ...
-void frmMarelonDataPage::FillHeadList()
-{
-    const auto document = application_->ActiveDocument();
-    if (!document)
-        throw std::runtime_error("The Data Page needs an active document.");
-    const int count = document->MachineSetup()->Heads()->Count();
-    ui_->cmbHeadComment->clear();
-    for (int head = 1; head <= count; ++head)
-        ui_->cmbHeadComment->addItem(Tr(QStringLiteral("Head")) + QLatin1Char('-') + QString::number(head));
+    FillMachineList();
+    if (ActiveDocument()->MachineSetup()->MakerTag() == kMarelonTag)
+        GetDataForExistingFile(*this);
+    else
+        GetDataForNewFile(*this);
+    openedStockType_ = ui_->StockTypeC->currentIndex();
+    ui_->MyTabs->setCurrentIndex(kPartData);
+    ShowMachineSetupName();
 }
 
 void frmMarelonDataPage::FillFixedLists()
 {
-    FillList(ui_->cmbBarLoaderProgType, {QStringLiteral("Sub Program"), QStringLiteral("M Code")});
-    FillList(ui_->CmbSpindleStop, {QStringLiteral("NO"), QStringLiteral("YES")});
-    FillList(ui_->CmbPolarMode, {QStringLiteral("X and C"), QStringLiteral("X and Y")});
-    FillList(ui_->StockTypeC,
+    FillList(*ui_->cmbBarLoaderProgType, {QStringLiteral("Sub Program"), QStringLiteral("M Code")});
+    FillList(*ui_->CmbSpindleStop, {QStringLiteral("NO"), QStringLiteral("YES")});
+    FillList(*ui_->CmbPolarMode, {QStringLiteral("X and C"), QStringLiteral("X and Y")});
+    FillList(*ui_->StockTypeC,
              {QStringLiteral("Bar"), QStringLiteral("Tube"), QStringLiteral("Polygon"), QStringLiteral("Profile")});
-    FillList(ui_->Sides, {QStringLiteral("4"), QStringLiteral("6"), QStringLiteral("8")}, false);
-    FillList(ui_->NCCodeUnit, {QStringLiteral("Inch"), QStringLiteral("Metric")});
+    FillList(*ui_->Sides, {QStringLiteral("4"), QStringLiteral("6"), QStringLiteral("8")}, false);
+    FillList(*ui_->NCCodeUnit, {QStringLiteral("Inch"), QStringLiteral("Metric")});
+    ui_->SelectButton->setIcon(QPixmap(QStringLiteral(":/datapage/SELECTION")));
+}
+
+void frmMarelonDataPage::FillMachineList()
+{
+    FillList(*ui_->cmbMachineName, MachineNameList(), false);
+}
+
+// The document's setup when its file is there, otherwise the "no setup" entry.
+void frmMarelonDataPage::ShowMachineSetupName()
+{
+    const QString name = ActiveDocument()->MachineSetup()->MachineSetupName();
+    const int unit = ActiveDocument()->UnitSystem();
+    const bool exists = MachineSetupExists(application_->AddInFolder(), MachineName(), name, unit);
+    ui_->cmbMachineSetup->setEditText(exists ? name : kNoMachineSetup);
+}
+
+// ---- Buttons ----
+
+void frmMarelonDataPage::cmdOK_Click()
+{
+    HideModelessForm(this);
+    auto showAgain = qScopeGuard([this] { ShowAgain(); });
+    const auto document = ActiveDocument();
+    const bool inch = document->UnitSystem() == 70;
+    if (!CheckDataPageFields(*this, inch) || !CheckStockProfile(*this))
+        return; // shown again for correction, still open
+    document->setUpdateState(false);
+    showAgain.dismiss();
+    if (!WriteDataPage(*this, inch)) {
+        MsgBox(Tr(QStringLiteral("There was an error! Possibly some data is not set properly.")));
+        Flags().dataPageAvailable = true;
+        return;
+    }
+    ContinueOnError([&] { NameNewDocument(*this); });
+    Flags().dataPageAvailable = true;
+    SaveDataToRegistry(*this);
 }
 
 void frmMarelonDataPage::cmdCancel_Click()
@@ -87,6 +317,372 @@ void frmMarelonDataPage::cmdCancel_Click()
 void frmMarelonDataPage::cmdHelp_Click()
 {
     OpenHelpTopic(*application_, kAddInHelpFile, QStringLiteral("Index.htm"));
+}
+
+void frmMarelonDataPage::cmdRefresh_Click()
+{
+    ContinueOnError([&] { LoadMachineSetup(); });
+    ContinueOnError([&] {
+        const int code = numeric::RoundToInt16(ActiveDocument()->MachineSetup()->Param990());
+        SelectPatternByCode(*ui_->cmbGangHolder, code, [this] { cmbGangHolder_Click(); });
+    });
+    ContinueOnError([&] { RefreshHeads(*this); });
+}
+
+void frmMarelonDataPage::CmdUpd816_Click()
+{
+    if (const auto tool = UpdateCutOffTool(*ActiveDocument()))
+        ui_->txt816->setText(*tool);
+    CheckNumericEntry(*ui_->txt816);
+}
+
+void frmMarelonDataPage::CmdUpd818_Click()
+{
+    ui_->txt818->setText(UpdateMachiningLength(*ActiveDocument(), MachineName(), false));
+    CheckNumericEntry(*ui_->txt818);
+}
+
+void frmMarelonDataPage::CmdUpd821_Click()
+{
+    const BackSpindleChuckPosition position = UpdateBackSpindleChuckPos(*ActiveDocument(), ui_->txtColletExt->text());
+    if (position.colletExtension)
+        ui_->txtColletExt->setText(*position.colletExtension);
+    ui_->txt821->setText(position.chuckPosition);
+    CheckNumericEntry(*ui_->txt821);
+}
+
+void frmMarelonDataPage::CmdUpdColletExt_Click()
+{
+    if (const auto extension = UpdateColletExtension(*ActiveDocument()))
+        ui_->txtColletExt->setText(*extension);
+    CheckNumericEntry(*ui_->txtColletExt);
+}
+
+// The user picks the profile's feature in the document; the Data Page comes
+// back whatever happens, keeping the previous feature when the pick is cancelled.
+void frmMarelonDataPage::SelectButton_Click()
+{
+    HideModelessForm(this);
+    auto showAgain = qScopeGuard([this] { ShowAgain(); });
+    const auto document = ActiveDocument();
+    document->RefreshView();
+    if (const auto picked = document->PickObject(Tr(QStringLiteral("Select Feature for Stock Profile")), 6))
+        ui_->FeatureKey->setText(picked->Key());
+    document->RefreshView();
+}
+
+// ---- Lists and options ----
+
+void frmMarelonDataPage::cmbMachineName_Click()
+{
+    ApplyMachineLayout(*this, MachineName());
+    AddMachineSetups();
+    SelectList(*ui_->cmbMachineSetup, 0);
+}
+
+void frmMarelonDataPage::AddMachineSetups()
+{
+    const auto document = ActiveDocument();
+    QComboBox& list = *ui_->cmbMachineSetup;
+    list.clear();
+    list.addItem(kNoMachineSetup);
+    list.setCurrentIndex(-1);
+    try {
+        list.addItems(MachineSetupNames(MachineSetupFolder(application_->AddInFolder(), MachineName()),
+                                        document->UnitSystem()));
+    } catch (const MachineSetupFolderError& error) {
+        MsgBox(Tr(QStringLiteral("The machine setups of this machine cannot be listed.")) + QLatin1Char('\n') +
+               QString::fromUtf8(error.what()));
+    }
+}
+
+void frmMarelonDataPage::LoadMachineSetup()
+{
+    const QString name = ui_->cmbMachineSetup->currentText();
+    if (name == kNoMachineSetup)
+        return;
+    const auto document = ActiveDocument();
+    const int unit = document->UnitSystem();
+    const QString folder = application_->AddInFolder();
+    if (!MachineSetupExists(folder, MachineName(), name, unit)) {
+        MsgBox(Tr(QStringLiteral("Machine Setup File not available for this machine")));
+        Flags().dataPageAvailable = true;
+        return;
+    }
+    marelon::LoadMachineSetup(*document->MachineSetup(), MachineSetupPath(folder, MachineName(), name, unit), name);
+}
+
+void frmMarelonDataPage::cmbGangHolder_Click()
+{
+    const int code = ui_->cmbGangHolder->currentData().toInt();
+    ui_->txt990->setText(QString::number(code));
+    if (MachineName() == QLatin1String("L5 16-20"))
+        ui_->imgGangHolder->setPixmap(QPixmap(GangPatternPicture(code)));
+}
+
+void frmMarelonDataPage::cmbFrontDrillHolder_Click()
+{
+    if (const auto offset = FrontDrillHolderOffset(MachineName()))
+        ui_->txt991->setText(QString::number(ui_->cmbFrontDrillHolder->currentIndex() + *offset));
+}
+
+void frmMarelonDataPage::cmbBackDrillHolder_Click()
+{
+    if (const auto offset = BackDrillHolderOffset(MachineName()))
+        ui_->txt992->setText(QString::number(ui_->cmbBackDrillHolder->currentIndex() + *offset));
+}
+
+void frmMarelonDataPage::cmbBarLoaderProgType_Click()
+{
+    const int position = ui_->cmbBarLoaderProgType->currentIndex();
+    if (position != 0 && position != 1)
+        return;
+    const bool subProgram = position == 0;
+    for (QWidget* w : {static_cast<QWidget*>(ui_->lblBarLoaderSubNum), static_cast<QWidget*>(ui_->txtBarLoaderSubNum)})
+        w->setEnabled(subProgram);
+    for (QWidget* w : std::initializer_list<QWidget*>{ui_->LblChamferDist, ui_->TxtChamferDistX, ui_->TxtChamferDistZ,
+                                                      ui_->LblPullBackAmount, ui_->TxtPullBackAmount, ui_->LblSpindleStop,
+                                                      ui_->CmbSpindleStop, ui_->LblSpindleRPM, ui_->TxtSpindleRPM})
+        w->setEnabled(!subProgram);
+}
+
+// Choosing the magazine loader starts from a sub program; the fields follow
+// the loader kind and program type.
+void frmMarelonDataPage::optMagazine_Click()
+{
+    if (ui_->optMagazine->isChecked())
+        SelectList(*ui_->cmbBarLoaderProgType, 0);
+    else
+        ui_->optHydrostatic->setChecked(true);
+    ApplyBarLoaderEnabling();
+}
+
+void frmMarelonDataPage::optHydrostatic_Click()
+{
+    if (!ui_->optHydrostatic->isChecked())
+        ui_->optMagazine->setChecked(true);
+    ApplyBarLoaderEnabling();
+}
+
+void frmMarelonDataPage::ApplyBarLoaderEnabling()
+{
+    const BarLoaderEnabling enabling =
+        BarLoaderEnablingFor(ui_->optMagazine->isChecked(), ui_->cmbBarLoaderProgType->currentIndex());
+    for (QWidget* w : {static_cast<QWidget*>(ui_->lblBarLoaderSubNum), static_cast<QWidget*>(ui_->txtBarLoaderSubNum)})
+        w->setEnabled(enabling.subProgramNumber);
+    for (QWidget* w : {static_cast<QWidget*>(ui_->LblBarLoaderProgType), static_cast<QWidget*>(ui_->cmbBarLoaderProgType)})
+        w->setEnabled(enabling.programType);
+    for (QWidget* w : std::initializer_list<QWidget*>{ui_->LblChamferDist, ui_->TxtChamferDistX, ui_->TxtChamferDistZ,
+                                                      ui_->LblPullBackAmount, ui_->TxtPullBackAmount, ui_->LblSpindleStop,
+                                                      ui_->CmbSpindleStop, ui_->LblSpindleRPM, ui_->TxtSpindleRPM})
+        w->setEnabled(enabling.mCodeFields);
+}
+
+void frmMarelonDataPage::cmbHeadComment_Click()
+{
+    const int head = ui_->cmbHeadComment->currentIndex();
+    if (head >= 0 && head < headComments_.size())
+        ui_->Comments->setText(headComments_[head]);
+}
+
+void frmMarelonDataPage::Comments_Change()
+{
+    const int head = ui_->cmbHeadComment->currentIndex();
+    if (head >= 0 && head < headComments_.size())
+        headComments_[head] = ui_->Comments->text();
+}
+
+void frmMarelonDataPage::SetStockFieldsVisible(bool outside, bool inside, bool polygon, bool profile)
+{
+    ui_->StockDiameter->setVisible(outside);
+    ui_->StockDiameterTxt->setVisible(outside);
+    ui_->InsideDiameter->setVisible(inside);
+    ui_->InsideDiameterTxt->setVisible(inside);
+    ui_->PolygonFrame->setVisible(polygon);
+    ui_->ProfileStockTxt->setVisible(profile);
+    ui_->SelectButton->setVisible(profile);
+}
+
+// Each stock type shows its own fields; the bar stock O.D. (814) and the tube
+// I.D. (820) follow from them.
+void frmMarelonDataPage::StockTypeC_Click()
+{
+    const auto setup = ActiveDocument()->MachineSetup();
+    switch (ui_->StockTypeC->currentIndex()) {
+    case kBar:
+        ui_->StockDiameter->setText(NumberText(setup->StockDiameter()));
+        SetStockFieldsVisible(true, false, false, false);
+        ui_->txt814->setText(ui_->StockDiameter->text());
+        ui_->txt814->setEnabled(false);
+        ui_->txt820->setText(QStringLiteral("0"));
+        break;
+    case kTube:
+        ui_->StockDiameter->setText(NumberText(setup->StockDiameter()));
+        ui_->InsideDiameter->setText(NumberText(setup->StockInsideDiameter()));
+        SetStockFieldsVisible(true, true, false, false);
+        ui_->txt814->setText(ui_->StockDiameter->text());
+        ui_->txt814->setEnabled(false);
+        ui_->txt820->setText(ui_->InsideDiameter->text());
+        break;
+    case kPolygon:
+        ui_->CircleDiameter->setText(NumberText(setup->StockDiameter()));
+        ui_->BaseAngle->setText(QStringLiteral("0"));
+        SelectList(*ui_->Sides, 0);
+        SetStockFieldsVisible(false, false, true, false);
+        SetPolygonDiameter();
+        ui_->txt814->setEnabled(false);
+        ui_->txt820->setText(QStringLiteral("0"));
+        break;
+    case kProfile:
+        SetStockFieldsVisible(false, false, false, true);
+        ui_->txt814->setEnabled(true);
+        ui_->txt820->setText(QStringLiteral("0"));
+        break;
+    }
+}
+
+void frmMarelonDataPage::SetCirclePicture(bool insideCircle)
+{
+    ui_->CirclePicture->setPixmap(
+        QPixmap(insideCircle ? QStringLiteral(":/datapage/IDcircle") : QStringLiteral(":/datapage/ODcircle")));
+}
+
+void frmMarelonDataPage::ODCircle_Click()
+{
+    SetCirclePicture(false);
+    SetPolygonDiameter();
+}
+
+void frmMarelonDataPage::IDCircle_Click()
+{
+    SetCirclePicture(true);
+    SetPolygonDiameter();
+}
+
+// Bar stock O.D. of the polygon: the circle's diameter on its outside circle,
+// the diameter across the corners on its inside circle.
+void frmMarelonDataPage::SetPolygonDiameter()
+{
+    if (ui_->ODCircle->isChecked()) {
+        ui_->txt814->setText(ui_->CircleDiameter->text());
+        return;
+    }
+    const QString diameter = ui_->CircleDiameter->text();
+    const QString sides = ui_->Sides->currentText();
+    if (!numeric::IsNumeric(diameter) || !numeric::IsNumeric(sides))
+        return;
+    ui_->txt814->setText(
+        NumberText(PolygonOutsideDiameter(FieldNumber(diameter), int(FieldNumber(sides)), true)));
+}
+
+void frmMarelonDataPage::MyTabs_Click(int previousTab)
+{
+    Q_UNUSED(previousTab);
+    const int tab = ui_->MyTabs->currentIndex();
+    if (tab == kPartData)
+        return;
+    for (const char* name : kMachineGroup)
+        SetTabStop(&Control<QWidget>(QLatin1String(name)), tab == kMachineData);
+    for (const char* name : kMiscellaneousGroup)
+        SetTabStop(&Control<QWidget>(QLatin1String(name)), tab == kMiscellaneous);
+}
+
+// ---- Leaving a field ----
+
+void frmMarelonDataPage::CheckNumericEntry(QLineEdit& box)
+{
+    if (box.text().isEmpty())
+        return;
+    box.setText(box.text().replace(QLatin1Char(','), QLatin1Char('.')));
+    double value = 0;
+    if (numeric::Evaluate(box.text(), value) != numeric::kEvalOk) {
+        MsgBox(Tr(QStringLiteral("Invalid Expression")), host::MsgButtons::OK, host::MsgIcon::Information,
+               Tr(QStringLiteral("Error")));
+        box.setSelection(0, int(box.text().length()));
+        box.setFocus();
+        return;
+    }
+    box.setText(numeric::Format(value, QStringLiteral("####0.0000")));
+}
+
+// A diameter is positive; the parameter it gives follows it.
+static void TakeAbsoluteDiameter(frmMarelonDataPage& form, QLineEdit& diameter, QLineEdit& parameter)
+{
+    form.CheckNumericEntry(diameter);
+    if (!numeric::IsNumeric(diameter.text()))
+        return;
+    diameter.setText(NumberText(std::abs(FieldNumber(diameter.text()))));
+    parameter.setText(NumberText(FieldNumber(diameter.text())));
+}
+
+void frmMarelonDataPage::StockDiameter_LostFocus()
+{
+    TakeAbsoluteDiameter(*this, *ui_->StockDiameter, *ui_->txt814);
+}
+
+void frmMarelonDataPage::InsideDiameter_LostFocus()
+{
+    TakeAbsoluteDiameter(*this, *ui_->InsideDiameter, *ui_->txt820);
+}
+
+void frmMarelonDataPage::CircleDiameter_LostFocus()
+{
+    CheckNumericEntry(*ui_->CircleDiameter);
+    SetPolygonDiameter();
+}
+
+void frmMarelonDataPage::Sides_LostFocus()
+{
+    SetPolygonDiameter();
+}
+
+void frmMarelonDataPage::BaseAngle_LostFocus()
+{
+    const QString angle = ui_->BaseAngle->text();
+    if (!numeric::IsNumeric(angle)) {
+        ui_->BaseAngle->setText(QStringLiteral("0"));
+        return;
+    }
+    const QString sides = ui_->Sides->currentText();
+    if (numeric::IsNumeric(sides))
+        ui_->BaseAngle->setText(NumberText(NormaliseBaseAngle(FieldNumber(angle), int(FieldNumber(sides)))));
+}
+
+void frmMarelonDataPage::ProgramNumber_LostFocus()
+{
+    const QString number = ui_->ProgramNumber->text();
+    ui_->ProgramNumber->setText(numeric::IsNumeric(number) ? NumberText(std::abs(FieldNumber(number)))
+                                                            : QStringLiteral("0"));
+}
+
+// The collet extension goes into every pick-up operation of the document at
+// once; the back spindle chuck position follows it.
+void frmMarelonDataPage::txtColletExt_LostFocus()
+{
+    const auto document = ActiveDocument();
+    const auto operations = document->Operations();
+    const int count = operations->Count();
+    for (int i = 1; i <= count; ++i) {
+        const auto technology = operations->Item(i)->Technology();
+        if (technology->TechnologyType() != kPickUpTechnology)
+            continue;
+        if (!numeric::ValidateNumber(ui_->lblColletExt->text(), *ui_->txtColletExt, 0.0, std::nullopt, true))
+            break;
+        technology->AsTechnology207()->setColletExtension(FieldNumber(ui_->txtColletExt->text()));
+    }
+    const BackSpindleChuckPosition position = UpdateBackSpindleChuckPos(*document, ui_->txtColletExt->text());
+    if (position.colletExtension)
+        ui_->txtColletExt->setText(*position.colletExtension);
+    ui_->txt821->setText(position.chuckPosition);
+}
+
+// ---- Closing ----
+
+// Shown again after the dialog hid itself (a failed check, a pick): still open.
+void frmMarelonDataPage::ShowAgain()
+{
+    ShowForm(this, false);
+    Flags().dataPageAvailable = false;
 }
 
 void frmMarelonDataPage::Form_QueryUnload(bool& cancel, UnloadMode unloadMode)

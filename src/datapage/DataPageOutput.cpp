@@ -1,0 +1,329 @@
+#include "datapage/DataPageOutput.h"
+
+#include "addin/ContinueOnError.h"
+#include "addin/host/Application.h"
+#include "addin/host/Document.h"
+#include "addin/host/FeatureChains.h"
+#include "addin/host/LatheToolKind17.h"
+#include "addin/host/LatheToolKind23.h"
+#include "addin/host/MachineSetup.h"
+#include "addin/host/NCHead.h"
+#include "addin/host/NCHeads.h"
+#include "addin/host/Operation.h"
+#include "addin/host/Operations.h"
+#include "addin/host/Simulation.h"
+#include "addin/host/Spindle.h"
+#include "addin/host/Spindles.h"
+#include "addin/host/Technology.h"
+#include "addin/host/TechnologyParameter.h"
+#include "addin/host/Tool.h"
+#include "addin/host/Tools.h"
+#include "addin/modGlobals.h"
+#include "addin/settings/MachineCodes.h"
+#include "addin/ui/UiServices.h"
+#include "datapage/BarLoader.h"
+#include "datapage/DataPageSettings.h"
+#include "datapage/MachineCatalogue.h"
+#include "datapage/StockDefinition.h"
+#include "datapage/frmMarelonDataPage.h"
+#include "numeric/NumberText.h"
+#include "numeric/Validation.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+
+#include <cmath>
+
+namespace marelon {
+namespace {
+
+constexpr double kInchBarStockLimit = 1.2598;
+constexpr double kMetricBarStockLimit = 32;
+const QString kMainStock = QStringLiteral("Main Stock");
+
+QLineEdit& Edit(frmMarelonDataPage& form, const char* name)
+{
+    return form.Control<QLineEdit>(QLatin1String(name));
+}
+
+QComboBox& List(frmMarelonDataPage& form, const char* name)
+{
+    return form.Control<QComboBox>(QLatin1String(name));
+}
+
+double Number(frmMarelonDataPage& form, const char* name)
+{
+    return FieldNumber(Edit(form, name).text());
+}
+
+bool Checked(frmMarelonDataPage& form, const char* name)
+{
+    return form.Control<QAbstractButton>(QLatin1String(name)).isChecked();
+}
+
+// The check of one field; a field whose check depends on the model passes on other models.
+bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
+{
+    if (field.check == Check::NoCheck)
+        return true;
+    const QString caption = form.Control<QLabel>(QLatin1String(field.label)).text();
+    const QLineEdit& box = Edit(form, field.control);
+    switch (field.check) {
+    case Check::NoCheck:
+        return true;
+    case Check::NumericOnly:
+        return numeric::ValidateNumber(caption, box);
+    case Check::AtLeast:
+        return numeric::ValidateNumber(caption, box, field.bound, std::nullopt, true);
+    case Check::GreaterThan:
+        return numeric::ValidateNumber(caption, box, field.bound, std::nullopt, false);
+    case Check::BarStockOD:
+        return numeric::ValidateNumber(caption, box, 0.0, inchDocument ? kInchBarStockLimit : kMetricBarStockLimit);
+    case Check::CutOffEndPoint: {
+        const double diameter = form.ActiveDocument()->MachineSetup()->StockDiameter();
+        return numeric::ValidateNumber(caption, box, -diameter, diameter);
+    }
+    case Check::CatchingTool: {
+        const QString model = form.MachineName();
+        if (model == QLatin1String("M2-3 12-16") || model == QLatin1String("M2-3 20-32"))
+            return numeric::ValidateNumber(caption, box, 20.0, 29.0);
+        if (model == QLatin1String("E2 16J") || model == QLatin1String("E2 25J-32"))
+            return numeric::ValidateNumber(caption, box);
+        return true;
+    }
+    }
+    return true;
+}
+
+// One field into the machine setup, by its encoding.
+void WriteField(frmMarelonDataPage& form, host::MachineSetup& setup, const DataPageField& field)
+{
+    switch (field.encoding) {
+    case Encoding::MachineCode:
+        setup.setMachineCode(QString::number(ListIndexToMachineCode(int16_t(List(form, field.control).currentIndex()))));
+        break;
+    case Encoding::Number:
+        (setup.*field.property.set)(Number(form, field.control));
+        break;
+    case Encoding::BackSpindleCode:
+        if (const auto code = BackSpindleCode(List(form, field.control).currentText()))
+            setup.setParam893(*code);
+        break;
+    case Encoding::BackSpindleExtension:
+        if (form.MachineName() == QLatin1String("L4 25-32"))
+            setup.setBackSpindleExtension(QString::number(List(form, field.control).currentIndex() + 1));
+        break;
+    case Encoding::CheckBox01:
+        (setup.*field.property.set)(Checked(form, field.control) ? 1 : 0);
+        break;
+    case Encoding::PartsPerChuck: {
+        const int polarMode = List(form, "CmbPolarMode").currentIndex();
+        setup.setParam819(Number(form, field.control) + (polarMode >= 0 ? 1000.0 * polarMode : 0.0));
+        break;
+    }
+    default: // derived from another field, written by its own routine, or not kept
+        break;
+    }
+}
+
+// The first tool whose tool ID is the one a technology's parameter 498 names; none without one.
+std::shared_ptr<host::Tool> ToolOf(host::Document& document, host::Technology& technology)
+{
+    const QString id = technology.Parameter(QStringLiteral("498"))->Value().toString();
+    const auto tools = document.Tools();
+    const int count = tools->Count();
+    for (int i = 1; i <= count; ++i)
+        if (const auto tool = tools->Item(i); tool->ToolID() == id)
+            return tool;
+    return nullptr;
+}
+
+bool IsCutOff(int technologyType)
+{
+    return technologyType == 153 || technologyType == 398;
+}
+
+// The stock values into the machine setup, then "Main Stock" for a polygon or a profile.
+template <class Remember>
+void WriteStock(frmMarelonDataPage& form, host::Document& document, Remember&& remember)
+{
+    const auto setup = document.MachineSetup();
+    const int type = List(form, "StockTypeC").currentIndex();
+    remember([&] {
+        StockChoice stock{type};
+        if (type == kPolygon)
+            stock = {type, Checked(form, "IDCircle"), List(form, "Sides").currentIndex(),
+                     numeric::RoundToInt16(Number(form, "BaseAngle"))};
+        setup->setStockCode(PackStockCode(stock));
+    });
+    remember([&] { setup->setStockFrontZ(-Number(form, "Zamount")); });
+    remember([&] { setup->setStockLength(Number(form, "StockLength")); });
+    remember([&] { setup->setPartLength(Number(form, "PartLength")); });
+    if (type == kBar || type == kTube)
+        remember([&] { setup->setStockDiameter(Number(form, "StockDiameter")); });
+    if (type == kTube)
+        remember([&] { setup->setStockInsideDiameter(Number(form, "InsideDiameter")); });
+    if (type == kPolygon)
+        remember([&] { setup->setStockDiameter(Number(form, "CircleDiameter")); });
+
+    if (form.OpenedStockType() == kPolygon || form.OpenedStockType() == kProfile)
+        remember([&] { document.Simulation()->DeleteStock(kMainStock); });
+    if (type == kPolygon) {
+        remember([&] {
+            const double start = Number(form, "Zamount");
+            BuildPolygonStock(form.Application(), Checked(form, "ODCircle") ? 2 : 1, Number(form, "CircleDiameter"),
+                              numeric::RoundToInt16(FieldNumber(List(form, "Sides").currentText())),
+                              Number(form, "BaseAngle") * Pi() / 180, start, Number(form, "StockLength") - start);
+        });
+    } else if (type == kProfile) {
+        remember([&] {
+            const double start = Number(form, "Zamount");
+            const auto feature = document.FeatureChains()->Item(Edit(form, "FeatureKey").text());
+            BuildProfileStock(document, feature, start, Number(form, "StockLength") - start);
+        });
+    }
+}
+
+} // namespace
+
+bool CheckDataPageFields(frmMarelonDataPage& form, bool inchDocument)
+{
+    for (const DataPageField& field : DataPageFields())
+        if (!CheckField(form, field, inchDocument))
+            return false;
+    return true;
+}
+
+bool CheckStockProfile(frmMarelonDataPage& form)
+{
+    if (List(form, "StockTypeC").currentIndex() != kProfile)
+        return true;
+    const QString key = Edit(form, "FeatureKey").text();
+    bool picked = false;
+    if (!key.isEmpty())
+        ContinueOnError([&] { picked = form.ActiveDocument()->FeatureChains()->Item(key) != nullptr; });
+    if (!picked)
+        MsgBox(Tr(QStringLiteral("Select a feature for the Stock Profile")), host::MsgButtons::OK,
+               host::MsgIcon::Exclamation, Tr(QStringLiteral("Stock Definition")));
+    return picked;
+}
+
+bool WriteDataPage(frmMarelonDataPage& form, bool inchDocument)
+{
+    bool failed = false;
+    auto remember = [&failed](auto&& statement) {
+        try {
+            statement();
+        } catch (const host::HostError&) {
+            failed = true;
+        } catch (const numeric::NumberError&) {
+            failed = true;
+        }
+    };
+    const auto document = form.ActiveDocument();
+    remember([&] { SaveDataToMachineSetup(form); });
+    remember([&] {
+        const double allowance = inchDocument ? 2 : 50;
+        document->MachineSetup()->Spindles()->Item(1)->setWorkLength(Number(form, "txt818") + allowance);
+    });
+    WriteStock(form, *document, remember);
+    return !failed;
+}
+
+void SaveDataToMachineSetup(frmMarelonDataPage& form)
+{
+    const auto document = form.ActiveDocument();
+    const auto setup = document->MachineSetup();
+    ContinueOnError([&] { setup->setMakerTag(kMarelonTag); });
+    ContinueOnError([&] { WriteNCOutput(form); });
+    bool barLoaderDone = false;
+    for (const DataPageField& field : DataPageFields()) {
+        if (field.encoding == Encoding::BarLoader) {
+            if (!std::exchange(barLoaderDone, true))
+                ContinueOnError([&] { SaveBarLoaderSettings(form); });
+            continue;
+        }
+        ContinueOnError([&] { WriteField(form, *setup, field); });
+    }
+    ContinueOnError([&] { setup->setFaceAmount(EvalFaceAmount(*document, Number(form, "Zamount"))); });
+}
+
+void WriteNCOutput(frmMarelonDataPage& form)
+{
+    const auto setup = form.ActiveDocument()->MachineSetup();
+    const QString name = Edit(form, "ProgramName").text();
+    const int32_t number = numeric::RoundToInt32(Number(form, "ProgramNumber"));
+    setup->setProgramName(name);
+    setup->setProgramNumber(number);
+    const QStringList& comments = form.HeadComments();
+    const int unit = 70 + List(form, "NCCodeUnit").currentIndex();
+    for (int head = 1; head <= comments.size(); ++head) {
+        const auto output = setup->Heads()->Item(head);
+        output->setComment(comments[head - 1]);
+        output->setProgramName(name);
+        output->setProgramNumber(number);
+        output->setOutputUnit(unit);
+    }
+}
+
+void SaveBarLoaderSettings(frmMarelonDataPage& form)
+{
+    const auto setup = form.ActiveDocument()->MachineSetup();
+    setup->setBarLoaderType(
+        BarLoaderTypeCode(Checked(form, "optMagazine"), List(form, "cmbBarLoaderProgType").currentIndex()));
+    setup->setBarLoaderSubProgram(Edit(form, "txtBarLoaderSubNum").text());
+    BarLoaderLine line;
+    line.chamferX = Number(form, "TxtChamferDistX");
+    line.chamferZ = Number(form, "TxtChamferDistZ");
+    line.pullBack = Number(form, "TxtPullBackAmount");
+    line.spindleStop = List(form, "CmbSpindleStop").currentIndex() != 0;
+    line.spindleRpm = Number(form, "TxtSpindleRPM");
+    line.m1 = List(form, "StockTypeC").currentIndex() > kTube;
+    setup->setBarLoaderCommand(BuildBarLoaderCommand(line));
+}
+
+double EvalFaceAmount(host::Document& document, double zFacingAmount)
+{
+    const auto operations = document.Operations();
+    const int count = operations->Count();
+    for (int i = 1; i <= count; ++i) {
+        const auto operation = operations->Item(i);
+        if (operation->Suppressed())
+            continue;
+        const auto technology = operation->Technology();
+        if (!IsCutOff(technology->TechnologyType()))
+            continue;
+        const auto tool = ToolOf(document, *technology);
+        if (!tool)
+            return 0;
+        int corner = 0;
+        double width = 0, centreOffset = 0;
+        if (tool->ToolType() == 17) {
+            const auto kind = tool->AsLatheToolKind17();
+            corner = kind->CornerCode(), width = kind->Width(), centreOffset = kind->CentreOffset();
+        } else if (tool->ToolType() == 23) {
+            const auto kind = tool->AsLatheToolKind23();
+            corner = kind->CornerCode(), width = kind->Width(), centreOffset = kind->CentreOffset();
+        } else {
+            return 0;
+        }
+        const double face = corner == 14 ? -std::abs(zFacingAmount) : centreOffset - width - std::abs(zFacingAmount);
+        return numeric::LeadingNumber(numeric::NumberToInvariantText(face));
+    }
+    return 0;
+}
+
+void NameNewDocument(frmMarelonDataPage& form)
+{
+    if (!Flags().newDocument)
+        return;
+    const auto document = form.ActiveDocument();
+    const QString name = document->MachineSetup()->Heads()->Item(1)->ProgramName();
+    if (!name.isEmpty())
+        document->setTitle(name);
+}
+
+} // namespace marelon
