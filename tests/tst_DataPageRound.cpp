@@ -1,0 +1,397 @@
+#include "DataPageFixture.h"
+
+#include <QRadioButton>
+#include <QTest>
+
+// The Data Page round: what it loads from the settings store or the document,
+// what OK checks and writes, and what it keeps as the next defaults.
+class tst_DataPageRound : public QObject {
+    Q_OBJECT
+
+    static void Pick(DataPageFixture& f, const QString& list, int position)
+    {
+        f.form->SelectList(f.List(list), position);
+    }
+    static void SetParam(DataPageFixture& f, int number, double value) { f.Setup().params[number] = value; }
+    static double Param(DataPageFixture& f, int number) { return f.Setup().params.value(number, -999); }
+
+    // A part already written by the Data Page for a model.
+    static void TagPart(DataPageFixture& f, const QString& machineCode)
+    {
+        f.Setup().makerTag = "MARELON";
+        f.Setup().machineCode = machineCode;
+    }
+
+    // Fills every checked field with a value that passes.
+    static void FillValid(DataPageFixture& f)
+    {
+        for (const char* field : {"txt814", "txt815", "txt816", "txt818", "txt820", "txt821", "txt824", "txt990",
+                                  "txt991", "txt992", "txtStartupSpeed", "txtDwell", "txtColletExt", "TxtChamferDistX",
+                                  "TxtChamferDistZ", "TxtPullBackAmount", "TxtSpindleRPM"})
+            f.Edit(field).setText("1");
+        f.Edit("txt817").setText("100");
+        f.Edit("txt822").setText("0.002");
+        f.Edit("txt819").setText("3");
+        f.Edit("txt813").setText("20");
+    }
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+    // A new part with nothing stored starts from the defaults: 1 cut-off tool
+    // and 1 part per chuck, 0 elsewhere, the model with code 0, a hydrostatic loader.
+    void newPartWithEmptyStore()
+    {
+        DataPageFixture f;
+        f.Open();
+        QCOMPARE(f.Text("cmbMachineName"), QString("B12"));
+        for (const char* field : {"txt815", "txt817", "txt822", "txt824", "txtDwell", "TxtChamferDistX", "TxtSpindleRPM",
+                                  "txtStartupSpeed", "txtBarLoaderSubNum"})
+            QCOMPARE(f.Text(field), QString("0"));
+        QCOMPARE(f.Text("txt816"), QString("1"));
+        QCOMPARE(f.Text("txt819"), QString("1"));
+        QVERIFY(!f.Control<QRadioButton>("optMagazine").isChecked());
+        QVERIFY(!f.Control("txtBarLoaderSubNum").isEnabled());
+        QCOMPARE(f.Text("StockDiameter"), QString("12"));
+        QCOMPARE(f.Text("StockLength"), QString("40"));
+        QCOMPARE(f.Text("cmbMachineSetup"), QString("??????????"));
+    }
+
+    // Stored texts are converted by the field's type; one that does not convert is skipped.
+    void storedValues_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("double") << "en_US" << "Cut Off Speed" << "3.50" << "txt817" << "3.5";
+        QTest::newRow("German double") << "de_DE" << "Cut Off Speed" << "3,50" << "txt817" << "3,5";
+        QTest::newRow("integer rounds half to even") << "en_US" << "Parts Per Chuck" << "2.5" << "txt819" << "2";
+        QTest::newRow("integer") << "en_US" << "Parts Per Chuck" << "2.7" << "txt819" << "3";
+        QTest::newRow("not a number") << "en_US" << "Cut Off Feed" << "abc" << "txt822" << "kept";
+        QTest::newRow("model code") << "en_US" << "Machine Name" << "7" << "cmbMachineName" << "L5 16-20";
+        QTest::newRow("unknown model code") << "en_US" << "Machine Name" << "99" << "cmbMachineName" << "A20";
+        QTest::newRow("list position") << "en_US" << "Polar Mode" << "1" << "CmbPolarMode" << "X and Y";
+        QTest::newRow("magazine") << "en_US" << "Magazine Bar Loader" << "True" << "optMagazine" << "on";
+        QTest::newRow("magazine as a number") << "en_US" << "Magazine Bar Loader" << "-1" << "optMagazine" << "on";
+        QTest::newRow("magazine not a word") << "en_US" << "Magazine Bar Loader" << "Yes" << "optMagazine" << "off";
+    }
+
+    void storedValues()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, key);
+        QFETCH(QString, stored);
+        QFETCH(QString, field);
+        QFETCH(QString, shown);
+        QLocale::setDefault(QLocale(locale));
+        DataPageFixture f;
+        f.SaveSetting(key, stored);
+        if (auto* edit = f.form->findChild<QLineEdit*>(field))
+            edit->setText("kept");
+        f.Open();
+        if (field == "optMagazine")
+            QCOMPARE(f.Control<QRadioButton>(field).isChecked() ? "on" : "off", shown);
+        else
+            QCOMPARE(f.Text(field), shown);
+    }
+
+    // OK keeps the choices for the next new part, and the new part starts from them;
+    // the catching tool and the extension are written, never read back.
+    void defaultsForTheNextPart()
+    {
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel("L5 16-20");
+        FillValid(f);
+        f.Edit("txt815").setText("2.5");
+        Pick(f, "cmbGangHolder", 3);
+        Pick(f, "CmbPolarMode", 1);
+        f.Control<QAbstractButton>("optMagazine").click();
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setting("Machine Name"), QString("7"));
+        QCOMPARE(f.Setting("Tool Positioning Point"), QString("2.5"));
+        QCOMPARE(f.Setting("Gang Holder"), QString("3"));
+        QCOMPARE(f.Setting("Magazine Bar Loader"), QString("True"));
+        QCOMPARE(f.Setting("Catching Tool"), QString("20"));
+        QCOMPARE(f.Setting("Back Sp Extension"), QString("-1"));
+
+        f.Setup() = {}; // the next part, without Data Page values
+        f.Setup().heads.append(std::make_shared<feldra::NCHeadData>());
+        f.Open();
+        QCOMPARE(f.Text("cmbMachineName"), QString("L5 16-20"));
+        QCOMPARE(f.Text("txt815"), QString("2.5"));
+        QCOMPARE(f.Text("txt990"), QString("6"));
+        QCOMPARE(f.Text("CmbPolarMode"), QString("X and Y"));
+        QVERIFY(f.Control<QRadioButton>("optMagazine").isChecked());
+        QVERIFY(f.Control("txtBarLoaderSubNum").isEnabled());
+        QCOMPARE(f.Text("txt813"), QString("0")); // the model's, not the stored 20
+    }
+
+    // A part written by the Data Page loads from its machine setup, never from the store.
+    void existingPart()
+    {
+        DataPageFixture f;
+        f.SaveSetting("Tool Positioning Point", "99");
+        TagPart(f, "11"); // "M2-3 20-32"
+        SetParam(f, 815, 1.25);
+        SetParam(f, 819, 1003);
+        SetParam(f, 990, 7);
+        SetParam(f, 991, 63);
+        SetParam(f, 992, 1);
+        SetParam(f, 893, 1);
+        f.Setup().toolBreakageDetection = 1;
+        f.Setup().barLoaderType = 2;
+        f.Setup().barLoaderCommand = "M155 X0.5 Z0.3 W2.25 R1 S800";
+        f.Setup().stockCode = "21130"; // polygon on its inside circle, hexagon, 30 degrees
+        f.Setup().stockDiameter = 20;
+        f.Open();
+        QCOMPARE(f.Text("cmbMachineName"), QString("M2-3 20-32"));
+        QCOMPARE(f.Text("txt815"), QString("1.25"));
+        QCOMPARE(f.Text("txt819"), QString("3"));
+        QCOMPARE(f.Text("CmbPolarMode"), QString("X and Y"));
+        QCOMPARE(f.List("cmbGangHolder").currentIndex(), 6);
+        QCOMPARE(f.List("cmbBackDrillHolder").currentIndex(), 1);
+        QCOMPARE(f.Text("cmb893"), QString("Support"));
+        QVERIFY(f.Control<QAbstractButton>("chkToolBreak").isChecked());
+        QCOMPARE(f.Text("cmbBarLoaderProgType"), QString("M Code"));
+        QVERIFY(f.Control("TxtChamferDistX").isEnabled());
+        QCOMPARE(f.Text("TxtPullBackAmount"), QString("2.25"));
+        QCOMPARE(f.Text("CmbSpindleStop"), QString("NO"));
+        QCOMPARE(f.Text("StockTypeC"), QString("Polygon"));
+        QVERIFY(f.Control<QRadioButton>("IDCircle").isChecked());
+        QCOMPARE(f.Text("Sides"), QString("6"));
+        QCOMPARE(f.Text("BaseAngle"), QString("30"));
+        QCOMPARE(f.Text("txt814"), QString("23.094010767585"));
+    }
+
+    // Loading goes on past what the host refuses; that field keeps what it showed.
+    void loadingGoesOnPastAFailure()
+    {
+        DataPageFixture f;
+        TagPart(f, "7");
+        SetParam(f, 815, 0.5);
+        SetParam(f, 817, 1.5);
+        f.host.Faults().Fail("MachineSetup.Param815");
+        f.Edit("txt815").setText("kept");
+        f.Open();
+        QCOMPARE(f.Text("txt815"), QString("kept"));
+        QCOMPARE(f.Text("txt817"), QString("1.5"));
+        QCOMPARE(f.Text("cmbMachineName"), QString("L5 16-20"));
+    }
+
+    // The extension of "L4 25-32" as the document keeps it.
+    void backSpindleExtension_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<int>("position");
+        QTest::newRow("empty keeps the layout's") << "" << 1;
+        QTest::newRow("0") << "0" << 0;
+        QTest::newRow("2") << "2" << 1;
+        QTest::newRow("1") << "1" << 0;
+    }
+
+    void backSpindleExtension()
+    {
+        QFETCH(QString, stored);
+        QFETCH(int, position);
+        DataPageFixture f;
+        TagPart(f, "6");
+        f.Setup().backSpindleExtension = stored;
+        f.Open();
+        QCOMPARE(f.List("cmbBackSpdlExt").currentIndex(), position);
+    }
+
+    // OK refuses a value out of its range, names the field and writes nothing.
+    void checks_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("inch bar stock at the limit") << 70 << "L5 16-20" << "txt814" << "1.2598" << true;
+        QTest::newRow("inch bar stock beyond") << 70 << "L5 16-20" << "txt814" << "1.26" << false;
+        QTest::newRow("mm bar stock at the limit") << 71 << "L5 16-20" << "txt814" << "32" << true;
+        QTest::newRow("mm bar stock beyond") << 71 << "L5 16-20" << "txt814" << "32.001" << false;
+        QTest::newRow("cut-off speed 0") << 70 << "L5 16-20" << "txt817" << "0" << false;
+        QTest::newRow("cut-off tool 0") << 70 << "L5 16-20" << "txt816" << "0" << true;
+        QTest::newRow("end point at -D") << 70 << "L5 16-20" << "txt824" << "-12" << true;
+        QTest::newRow("end point beyond") << 70 << "L5 16-20" << "txt824" << "12.1" << false;
+        QTest::newRow("catching tool 19 on M2-3") << 70 << "M2-3 12-16" << "txt813" << "19" << false;
+        QTest::newRow("catching tool 19 on E2") << 70 << "E2 16J" << "txt813" << "19" << true;
+        QTest::newRow("catching tool text on E2") << 70 << "E2 16J" << "txt813" << "x" << false;
+        QTest::newRow("parts per chuck 0") << 70 << "L5 16-20" << "txt819" << "0" << false;
+        QTest::newRow("dwell negative") << 70 << "L5 16-20" << "txtDwell" << "-1" << false;
+        QTest::newRow("disabled field passes") << 70 << "B12" << "txt821" << "-5" << true;
+    }
+
+    void checks()
+    {
+        QFETCH(int, unit);
+        QFETCH(QString, model);
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        QFETCH(bool, passes);
+        DataPageFixture f(unit);
+        f.Open();
+        f.SelectModel(model);
+        Pick(f, "StockTypeC", marelon::kProfile); // 814 is typed, not taken from the stock
+        f.Edit("FeatureKey").setText("F1");
+        FillValid(f);
+        f.Edit(field).setText(value);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setup().makerTag, QString(passes ? "MARELON" : ""));
+        QCOMPARE(f.form->isVisible(), !passes);
+        QCOMPARE(marelon::Flags().dataPageAvailable, passes);
+        if (!passes)
+            QVERIFY(f.messages->Last().prompt.contains(f.Control<QLabel>(field == "txtDwell" ? "lblDwell" : "lbl" + field.mid(3)).text()));
+    }
+
+    // What OK writes into the machine setup, the heads, the main spindle and the stock.
+    void okWrites_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<double>("workLength");
+        QTest::newRow("inch") << 70 << 3.5;
+        QTest::newRow("mm") << 71 << 51.5;
+    }
+
+    void okWrites()
+    {
+        QFETCH(int, unit);
+        QFETCH(double, workLength);
+        DataPageFixture f(unit);
+        f.Open();
+        f.SelectModel("L4 25-32");
+        FillValid(f);
+        f.Edit("txt818").setText("1.5");
+        Pick(f, "cmb893", 2);        // "Catch"
+        Pick(f, "cmbBackSpdlExt", 0);
+        Pick(f, "CmbPolarMode", 1);
+        Pick(f, "NCCodeUnit", 1);
+        f.Control<QAbstractButton>("chkToolBreak").click();
+        f.Edit("ProgramName").setText("O1000");
+        f.Edit("ProgramNumber").setText("1000");
+        f.Edit("Zamount").setText("-0.5");
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.messages->Messages().size(), 0);
+        const feldra::MachineSetupData& s = f.Setup();
+        QCOMPARE(s.makerTag, QString("MARELON"));
+        QCOMPARE(s.machineCode, QString("6"));
+        QCOMPARE(Param(f, 893), 3.0);
+        QCOMPARE(Param(f, 819), 1003.0);
+        QCOMPARE(Param(f, 991), 1.0);
+        QCOMPARE(s.backSpindleExtension, QString("1"));
+        QCOMPARE(s.toolBreakageDetection, 1.0);
+        QCOMPARE(s.faceAmount, 6.5); // cut-off tool: centre offset 10, width 3
+        QCOMPARE(s.spindles[0]->workLength, workLength);
+        QCOMPARE(s.stockFrontZ, 0.5);
+        QCOMPARE(s.stockCode, QString("0"));
+        for (const auto& head : s.heads) {
+            QCOMPARE(head->programName, QString("O1000"));
+            QCOMPARE(head->programNumber, 1000);
+            QCOMPARE(head->outputUnit, 71);
+        }
+        QCOMPARE(s.heads[1]->comment, QString("Head 2 comment"));
+        QCOMPARE(s.barLoaderCommand, QString("M155 X1. Z1. W1. R1 S1"));
+        QVERIFY(marelon::Flags().dataPageAvailable);
+    }
+
+    // A model other than "L4 25-32" leaves the extension; a back-spindle text
+    // that is no entry leaves Param893.
+    void okLeavesWhatItDoesNotOwn()
+    {
+        DataPageFixture f;
+        f.Setup().backSpindleExtension = "2";
+        SetParam(f, 893, 5);
+        f.Open();
+        f.SelectModel("A20");
+        FillValid(f);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setup().backSpindleExtension, QString("2"));
+        QCOMPARE(Param(f, 893), 5.0);
+    }
+
+    // A property the host refuses is skipped and the rest written; a failure
+    // of the work length or the stock gives the general message, no defaults.
+    void okGoesOnPastFailures_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<bool>("general");
+        QTest::newRow("a parameter") << "MachineSetup.Param815 write" << false;
+        QTest::newRow("the heads") << "NCHead.Comment write" << false;
+        QTest::newRow("the face amount") << "Document.Operations" << false;
+        QTest::newRow("the work length") << "Spindle.WorkLength write" << true;
+        QTest::newRow("the stock code") << "MachineSetup.StockCode write" << true;
+    }
+
+    void okGoesOnPastFailures()
+    {
+        QFETCH(QString, failing);
+        QFETCH(bool, general);
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel("L5 16-20");
+        FillValid(f);
+        f.Edit("txt816").setText("7");
+        f.host.Faults().Fail(failing);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(Param(f, 816), 7.0);
+        QCOMPARE(f.Setup().makerTag, QString("MARELON"));
+        QCOMPARE(f.messages->Messages().size(), general ? 1 : 0);
+        if (general)
+            QCOMPARE(f.messages->Last().prompt, QString("There was an error! Possibly some data is not set properly."));
+        QCOMPARE(f.Setting("Cut Off Tool"), general ? QString("<none>") : QString("7"));
+        QVERIFY(marelon::Flags().dataPageAvailable);
+        QVERIFY(!f.form->isVisible());
+    }
+
+    // A profile stock needs its feature; a polygon stock is built once, replaced by the next OK.
+    void stocks()
+    {
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel("L5 16-20");
+        FillValid(f);
+        Pick(f, "StockTypeC", marelon::kProfile);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.messages->Last().prompt, QString("Select a feature for the Stock Profile"));
+        QCOMPARE(f.messages->Last().title, QString("Stock Definition"));
+        QVERIFY(f.Setup().makerTag.isEmpty());
+        QVERIFY(f.form->isVisible());
+
+        Pick(f, "StockTypeC", marelon::kPolygon);
+        f.Edit("CircleDiameter").setText("1");
+        f.Edit("StockLength").setText("10");
+        FillValid(f);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setup().stockCode, QString("20000"));
+        QCOMPARE(f.document->data.simulation.stocks.size(), 1);
+        f.Open();
+        FillValid(f);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.document->data.simulation.stocks.size(), 1);
+        QCOMPARE(f.document->data.simulation.stocks[0]->name, QString("Main Stock"));
+    }
+
+    // A new part takes head 1's program name as its title; a saved one keeps its title.
+    void titleOfANewPart()
+    {
+        for (bool isNew : {true, false}) {
+            DataPageFixture f;
+            marelon::Flags().newDocument = isNew;
+            f.document->data.title = "part";
+            f.Open();
+            FillValid(f);
+            f.Edit("ProgramName").setText("O1000");
+            f.Control<QAbstractButton>("cmdOK").click();
+            QCOMPARE(f.document->data.title, QString(isNew ? "O1000" : "part"));
+        }
+    }
+};
+
+QTEST_MAIN(tst_DataPageRound)
+#include "tst_DataPageRound.moc"
