@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTabWidget>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTableWidget>
@@ -84,6 +85,8 @@ int MacroControl::listIndex() const
         return combo->currentIndex();
     if (auto* list = qobject_cast<QListWidget*>(w))
         return list->currentRow();
+    if (auto* tabs = qobject_cast<QTabWidget*>(w))
+        return tabs->currentIndex();
     if (w)
         fail(QStringLiteral("a %1 is not a list").arg(type()));
     return -1;
@@ -106,6 +109,10 @@ void MacroControl::setListIndex(int index)
             return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(list->count()));
         list->setCurrentRow(index);
         emit list->itemClicked(list->item(index));
+    } else if (auto* tabs = qobject_cast<QTabWidget*>(w)) {
+        if (index < 0 || index >= tabs->count())
+            return fail(QStringLiteral("no tab %1 (there are %2)").arg(index).arg(tabs->count()));
+        tabs->setCurrentIndex(index);
     } else {
         fail(QStringLiteral("a %1 is not a list").arg(type()));
     }
