@@ -38,6 +38,11 @@ struct Places {
     {
         return {turn - other.turn, rotary - other.rotary, face - other.face, back - other.back};
     }
+    Places operator+(const Places& other) const
+    {
+        return {turn + other.turn, rotary + other.rotary, face + other.face, back + other.back};
+    }
+    friend bool operator==(const Places&, const Places&) = default;
 };
 
 // A holder block of the post and the places it carries.
@@ -117,6 +122,11 @@ Post postOf(const GangToolPattern& pattern, const GangToolPatternTable& table)
         post.blocks.append({name.holders[i], added});
         before = upTo;
     }
+    Places drawn;
+    for (const Block& block : post.blocks)
+        drawn = drawn + block.places;
+    if (drawn != post.total || post.blocks[0].places.rotary < 0)
+        qFatal("the blocks of \"%s\" do not carry its places", qPrintable(pattern.name));
     return post;
 }
 
