@@ -299,6 +299,36 @@ private slots:
         QVERIFY(marelon::Flags().dataPageAvailable);
     }
 
+    // The face amount comes from the first cut-off operation's tool.
+    void faceAmount_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("corner");
+        QTest::addColumn<bool>("suppressed");
+        QTest::addColumn<double>("amount");
+        QTest::newRow("kind 23") << 23 << 13 << false << 6.5;
+        QTest::newRow("kind 17, corner 14") << 17 << 14 << false << -0.5;
+        QTest::newRow("a drill") << 16 << 13 << false << 0.0;
+        QTest::newRow("cut-off suppressed") << 23 << 13 << true << 0.0;
+    }
+
+    void faceAmount()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, corner);
+        QFETCH(bool, suppressed);
+        QFETCH(double, amount);
+        DataPageFixture f;
+        f.document->data.tools[0]->toolType = kind;
+        f.document->data.tools[0]->cornerCode = corner;
+        f.document->data.operations[0]->suppressed = suppressed;
+        f.Open();
+        FillValid(f);
+        f.Edit("Zamount").setText("-0.5");
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setup().faceAmount, amount);
+    }
+
     // A model other than "L4 25-32" leaves the extension; a back-spindle text
     // that is no entry leaves Param893.
     void okLeavesWhatItDoesNotOwn()

@@ -293,6 +293,31 @@ private slots:
         QCOMPARE(f.Text("txtColletExt"), QString("3.5000"));
     }
 
+    // A chuck position of 1,000 or more is taken as the number it is, not as an invalid expression.
+    void chuckPositionBeyondAThousand_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("en") << "en_US" << "1485.0000";
+        QTest::newRow("de") << "de_DE" << "1485,0000";
+    }
+
+    void chuckPositionBeyondAThousand()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, shown);
+        QLocale::setDefault(QLocale(locale));
+        DataPageFixture f(71);
+        f.Setup().partLength = 1500;
+        f.document->data.operations[1]->technology->colletExtension = 5;
+        f.document->data.operations[1]->geometry = {{903, {feldra::Point3{20, 0, 0}}, {}}};
+        f.Open();
+        f.SelectModel("L5 16-20");
+        Click(f, "CmdUpd821");
+        QCOMPARE(f.Text("txt821"), shown);
+        QVERIFY(f.messages->Messages().isEmpty());
+    }
+
     // The setups of the model and unit; a missing or outside file is not loaded.
     void machineSetups()
     {

@@ -4,26 +4,19 @@
 #include "addin/host/Application.h"
 #include "addin/host/Document.h"
 #include "addin/host/FeatureChains.h"
-#include "addin/host/LatheToolKind17.h"
-#include "addin/host/LatheToolKind23.h"
 #include "addin/host/MachineSetup.h"
 #include "addin/host/NCHead.h"
 #include "addin/host/NCHeads.h"
-#include "addin/host/Operation.h"
-#include "addin/host/Operations.h"
 #include "addin/host/Simulation.h"
 #include "addin/host/Spindle.h"
 #include "addin/host/Spindles.h"
-#include "addin/host/Technology.h"
-#include "addin/host/TechnologyParameter.h"
-#include "addin/host/Tool.h"
-#include "addin/host/Tools.h"
 #include "addin/modGlobals.h"
 #include "addin/settings/MachineCodes.h"
 #include "addin/ui/UiServices.h"
 #include "datapage/BarLoader.h"
 #include "datapage/DataPageSettings.h"
 #include "datapage/MachineCatalogue.h"
+#include "datapage/ParameterUpdates.h"
 #include "datapage/StockDefinition.h"
 #include "datapage/frmMarelonDataPage.h"
 #include "numeric/NumberText.h"
@@ -35,7 +28,6 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
-#include <cmath>
 
 namespace marelon {
 namespace {
@@ -127,23 +119,6 @@ void WriteField(frmMarelonDataPage& form, host::MachineSetup& setup, const DataP
     default: // derived from another field, written by its own routine, or not kept
         break;
     }
-}
-
-// The first tool whose tool ID is the one a technology's parameter 498 names; none without one.
-std::shared_ptr<host::Tool> ToolOf(host::Document& document, host::Technology& technology)
-{
-    const QString id = technology.Parameter(QStringLiteral("498"))->Value().toString();
-    const auto tools = document.Tools();
-    const int count = tools->Count();
-    for (int i = 1; i <= count; ++i)
-        if (const auto tool = tools->Item(i); tool->ToolID() == id)
-            return tool;
-    return nullptr;
-}
-
-bool IsCutOff(int technologyType)
-{
-    return technologyType == 153 || technologyType == 398;
 }
 
 // The stock values into the machine setup, then "Main Stock" for a polygon or a profile.
@@ -283,37 +258,6 @@ void SaveBarLoaderSettings(frmMarelonDataPage& form)
     line.spindleRpm = Number(form, "TxtSpindleRPM");
     line.m1 = List(form, "StockTypeC").currentIndex() > kTube;
     setup->setBarLoaderCommand(BuildBarLoaderCommand(line));
-}
-
-double EvalFaceAmount(host::Document& document, double zFacingAmount)
-{
-    const auto operations = document.Operations();
-    const int count = operations->Count();
-    for (int i = 1; i <= count; ++i) {
-        const auto operation = operations->Item(i);
-        if (operation->Suppressed())
-            continue;
-        const auto technology = operation->Technology();
-        if (!IsCutOff(technology->TechnologyType()))
-            continue;
-        const auto tool = ToolOf(document, *technology);
-        if (!tool)
-            return 0;
-        int corner = 0;
-        double width = 0, centreOffset = 0;
-        if (tool->ToolType() == 17) {
-            const auto kind = tool->AsLatheToolKind17();
-            corner = kind->CornerCode(), width = kind->Width(), centreOffset = kind->CentreOffset();
-        } else if (tool->ToolType() == 23) {
-            const auto kind = tool->AsLatheToolKind23();
-            corner = kind->CornerCode(), width = kind->Width(), centreOffset = kind->CentreOffset();
-        } else {
-            return 0;
-        }
-        const double face = corner == 14 ? -std::abs(zFacingAmount) : centreOffset - width - std::abs(zFacingAmount);
-        return numeric::LeadingNumber(numeric::NumberToInvariantText(face));
-    }
-    return 0;
 }
 
 void NameNewDocument(frmMarelonDataPage& form)

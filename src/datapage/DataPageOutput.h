@@ -1,9 +1,5 @@
 #pragma once
 
-namespace host {
-class Document;
-}
-
 namespace marelon {
 
 class frmMarelonDataPage;
@@ -26,8 +22,6 @@ void SaveDataToMachineSetup(frmMarelonDataPage& form);
 void WriteNCOutput(frmMarelonDataPage& form);
 // The bar loader's type, sub program and command line.
 void SaveBarLoaderSettings(frmMarelonDataPage& form);
-// The face amount of the first cut-off operation's tool for a Z facing amount.
-double EvalFaceAmount(host::Document& document, double zFacingAmount);
 
 // A new document not yet saved takes head 1's program name as its title.
 void NameNewDocument(frmMarelonDataPage& form);

@@ -18,9 +18,6 @@ inline const QString kMarelonTag = QStringLiteral("MARELON");
 // The positions of the stock types in the Stock Type list.
 enum StockType { kBar = 0, kTube = 1, kPolygon = 2, kProfile = 3 };
 
-// The technology types of the operations the Data Page reads.
-constexpr int kPickUpTechnology = 207;
-
 // How a field's value is typed in the settings store.
 enum class FieldType {
     Double,       // a number, shown as its shortest text

@@ -30,17 +30,11 @@
 namespace marelon {
 namespace {
 
-constexpr int kPickUp = 207;
 constexpr int kType154 = 154;
 constexpr int kPointEntry = 903;
 constexpr int kMillimetres = 71;
 constexpr double kMillimetresPerInch = 25.4;
 const QString kLengthMask = QStringLiteral("##,##0.0000");
-
-bool IsCutOff(int type)
-{
-    return type == 153 || type == 398;
-}
 
 // The operations whose geometry gives the machining length, as ranges of types.
 bool IsGeometryOperation(int type)
@@ -172,7 +166,7 @@ public:
     void Add(const ActiveOperation& op)
     {
         host::Technology& technology = *op.technology;
-        if (IsCutOff(op.type)) {
+        if (IsCutOffTechnology(op.type)) {
             if (ParameterNumber(technology, QStringLiteral("793")) == 1)
                 Consider(CutOffCandidate(op), true);
         } else if (IsGeometryOperation(op.type)) {
@@ -276,7 +270,7 @@ std::optional<QString> UpdateCutOffTool(host::Document& document)
 {
     const auto operations = ActiveOperations(document);
     const auto cutOff = std::find_if(operations.crbegin(), operations.crend(),
-                                     [](const ActiveOperation& op) { return IsCutOff(op.type); });
+                                     [](const ActiveOperation& op) { return IsCutOffTechnology(op.type); });
     if (cutOff == operations.crend())
         return std::nullopt;
     const auto tool = FindTool(document, ToolIdentifier(*cutOff->technology));
@@ -289,7 +283,7 @@ std::optional<QString> UpdateColletExtension(host::Document& document)
 {
     const auto operations = ActiveOperations(document);
     const auto pickUp = std::find_if(operations.crbegin(), operations.crend(),
-                                     [](const ActiveOperation& op) { return op.type == kPickUp; });
+                                     [](const ActiveOperation& op) { return op.type == kPickUpTechnology; });
     if (pickUp == operations.crend())
         return QStringLiteral("0");
     return Read([&] { return numeric::NumberToText(pickUp->technology->AsTechnology207()->ColletExtension()); });
@@ -303,7 +297,7 @@ BackSpindleChuckPosition UpdateBackSpindleChuckPos(host::Document& document, con
     std::optional<double> pointX;
     const auto operations = ActiveOperations(document);
     for (auto op = operations.crbegin(); op != operations.crend() && !(cutOffMet && pickUpMet); ++op) {
-        if (op->type == kPickUp) {
+        if (op->type == kPickUpTechnology) {
             if (auto text = Read([&] {
                     return numeric::NumberToText(op->technology->AsTechnology207()->ColletExtension());
                 }))
@@ -311,7 +305,7 @@ BackSpindleChuckPosition UpdateBackSpindleChuckPos(host::Document& document, con
             if (!pickUpMet)
                 pointX = FirstPointX(*op->operation);
             pickUpMet = true;
-        } else if (IsCutOff(op->type)) {
+        } else if (IsCutOffTechnology(op->type)) {
             // The host is asked for the point at the cut-off's end; the position does not use it.
             ContinueOnError([&] {
                 const auto end = op->operation->Feature()->Element(2);
@@ -344,6 +338,28 @@ QString UpdateMachiningLength(host::Document& document, const QString& modelName
     if (limit != 0 && length >= limit)
         length = limit;
     return numeric::Format(std::fabs(length), kLengthMask);
+}
+
+double EvalFaceAmount(host::Document& document, double zFacingAmount)
+{
+    const auto operations = ActiveOperations(document);
+    const auto cutOff = std::find_if(operations.begin(), operations.end(),
+                                     [](const ActiveOperation& op) { return IsCutOffTechnology(op.type); });
+    if (cutOff == operations.end())
+        return 0;
+    const auto tool = FindTool(document, ToolIdentifier(*cutOff->technology));
+    if (!tool)
+        return 0;
+    auto face = [zFacingAmount](auto kind) {
+        return kind->CornerCode() == 14 ? -std::abs(zFacingAmount)
+                                         : kind->CentreOffset() - kind->Width() - std::abs(zFacingAmount);
+    };
+    double amount = 0;
+    if (tool->ToolType() == 17)
+        amount = face(tool->AsLatheToolKind17());
+    else if (tool->ToolType() == 23)
+        amount = face(tool->AsLatheToolKind23());
+    return numeric::LeadingNumber(numeric::NumberToInvariantText(amount));
 }
 
 } // namespace marelon

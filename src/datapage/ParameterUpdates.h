@@ -19,6 +19,13 @@
 // cannot be read is 0). Numbers shown and read are in the user's locale.
 namespace marelon {
 
+// The technology types the Data Page reads: cut-off and pick-up operations.
+constexpr int kPickUpTechnology = 207;
+constexpr bool IsCutOffTechnology(int type)
+{
+    return type == 153 || type == 398;
+}
+
 // txt816: the Number of the tool of the last cut-off operation, as decimal
 // text; none when there is no cut-off operation or no tool with its "498".
 std::optional<QString> UpdateCutOffTool(host::Document& document);
@@ -51,5 +58,11 @@ BackSpindleChuckPosition UpdateBackSpindleChuckPos(host::Document& document, con
 // document); true: the txt813 text, the largest cut-off candidate. Both
 // formatted "##,##0.0000".
 QString UpdateMachiningLength(host::Document& document, const QString& modelName, bool writeTo813);
+
+// The face amount OK writes for a Z facing amount z, from the tool of the
+// first cut-off operation (walking from the first): -|z| for a corner code of
+// 14, otherwise its centre offset - width - |z|; 0 without a cut-off
+// operation, without its tool or for a tool other than kinds 17 and 23.
+double EvalFaceAmount(host::Document& document, double zFacingAmount);
 
 } // namespace marelon

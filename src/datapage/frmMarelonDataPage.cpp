@@ -108,6 +108,14 @@ bool Contains(const Names& names, const QString& name)
     return std::any_of(std::begin(names), std::end(names), [&](const char* n) { return name == QLatin1String(n); });
 }
 
+// A length the update routines give with its thousands grouped ("1,485.0000")
+// without the grouping, so that the field's check, which reads "," as a
+// decimal point, takes it as the number it is.
+QString WithoutGrouping(const QString& text)
+{
+    return QString(text).remove(QLocale().groupSeparator());
+}
+
 // A number written back into a field by a handler: its shortest text.
 QString NumberText(double value)
 {
@@ -338,7 +346,7 @@ void frmMarelonDataPage::CmdUpd816_Click()
 
 void frmMarelonDataPage::CmdUpd818_Click()
 {
-    ui_->txt818->setText(UpdateMachiningLength(*ActiveDocument(), MachineName(), false));
+    ui_->txt818->setText(WithoutGrouping(UpdateMachiningLength(*ActiveDocument(), MachineName(), false)));
     CheckNumericEntry(*ui_->txt818);
 }
 
@@ -347,7 +355,7 @@ void frmMarelonDataPage::CmdUpd821_Click()
     const BackSpindleChuckPosition position = UpdateBackSpindleChuckPos(*ActiveDocument(), ui_->txtColletExt->text());
     if (position.colletExtension)
         ui_->txtColletExt->setText(*position.colletExtension);
-    ui_->txt821->setText(position.chuckPosition);
+    ui_->txt821->setText(WithoutGrouping(position.chuckPosition));
     CheckNumericEntry(*ui_->txt821);
 }
 
