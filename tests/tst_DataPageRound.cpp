@@ -217,8 +217,8 @@ private slots:
         QTest::newRow("mm bar stock beyond") << 71 << "L5 16-20" << "txt814" << "32.001" << false;
         QTest::newRow("cut-off speed 0") << 70 << "L5 16-20" << "txt817" << "0" << false;
         QTest::newRow("cut-off tool 0") << 70 << "L5 16-20" << "txt816" << "0" << true;
-        QTest::newRow("end point at -D") << 70 << "L5 16-20" << "txt824" << "-12" << true;
-        QTest::newRow("end point beyond") << 70 << "L5 16-20" << "txt824" << "12.1" << false;
+        QTest::newRow("end point at -D") << 70 << "L5 16-20" << "txt824" << "-1" << true;
+        QTest::newRow("end point beyond") << 70 << "L5 16-20" << "txt824" << "1.01" << false;
         QTest::newRow("catching tool 19 on M2-3") << 70 << "M2-3 12-16" << "txt813" << "19" << false;
         QTest::newRow("catching tool 19 on E2") << 70 << "E2 16J" << "txt813" << "19" << true;
         QTest::newRow("catching tool text on E2") << 70 << "E2 16J" << "txt813" << "x" << false;
@@ -240,6 +240,7 @@ private slots:
         Pick(f, "StockTypeC", marelon::kProfile); // 814 is typed, not taken from the stock
         f.Edit("FeatureKey").setText("F1");
         FillValid(f);
+        f.Setup().stockDiameter = 0; // the end point's bound is the bar stock O.D. shown, 1
         f.Edit(field).setText(value);
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.Setup().makerTag, QString(passes ? "MARELON" : ""));

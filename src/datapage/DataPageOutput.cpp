@@ -28,6 +28,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <cmath>
+
 
 namespace marelon {
 namespace {
@@ -56,6 +58,18 @@ bool Checked(frmMarelonDataPage& form, const char* name)
     return form.Control<QAbstractButton>(QLatin1String(name)).isChecked();
 }
 
+// The stock diameter the cut-off end point is checked against: the bar stock
+// O.D. the Data Page shows (which OK writes with the stock), or the
+// document's stock diameter while that field holds no number. A new part
+// still has no stock diameter in its document.
+double BarStockDiameter(frmMarelonDataPage& form)
+{
+    const QString shown = Edit(form, "txt814").text();
+    if (numeric::IsNumeric(shown))
+        return std::abs(FieldNumber(shown));
+    return form.ActiveDocument()->MachineSetup()->StockDiameter();
+}
+
 // The check of one field; a field whose check depends on the model passes on other models.
 bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
 {
@@ -75,7 +89,7 @@ bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchD
     case Check::BarStockOD:
         return numeric::ValidateNumber(caption, box, 0.0, inchDocument ? kInchBarStockLimit : kMetricBarStockLimit);
     case Check::CutOffEndPoint: {
-        const double diameter = form.ActiveDocument()->MachineSetup()->StockDiameter();
+        const double diameter = BarStockDiameter(form);
         return numeric::ValidateNumber(caption, box, -diameter, diameter);
     }
     case Check::CatchingTool: {
