@@ -1,10 +1,13 @@
 // The Feldra demo, run headless by `make run` without a display:
 //   feldra --macro examples/demo.js examples/L5-part.fdoc
 // It uses the add-in on the example part as a user would: Tool Data sets the
-// holder data of several tools (adding and editing a holder on the way), Auto
-// Sync synchronises the two spindles, every other command runs once; then it
-// generates the NC code and writes the saved part, the NC listings before and
-// after, and screenshots to out/demo/, and prints what changed.
+// holder data of several tools (adding and editing a holder on the way), the
+// Data Page is shown for three machines, Auto Sync synchronises the two
+// spindles, every other command runs once; then it generates the NC code.
+// Two Data Page rounds follow on new parts from the lathe template: an
+// "L5 16-20" with hexagon bar stock and a magazine bar loader, an
+// "M2-3 20-32" with tube stock and three NC heads. It writes the saved parts,
+// the NC listings and screenshots to out/demo/, and prints what changed.
 const out = 'out/demo';
 const written = [];
 if (!feldra.documentFile())
@@ -91,6 +94,8 @@ onDialog('frmAutoSync', d => {
     if (d.visible)
         d.close();
 });
+// The Data Page is modeless: the demo drives it where it opens it.
+onDialog('frmMarelonDataPage', d => {});
 // Every other dialog is photographed, then answered: the NC-code warning goes
 // on to the NC code, any other dialog is closed.
 onDialog('*', d => {
@@ -141,6 +146,139 @@ function syncsByType(listing) {
     return Object.entries(counts).sort().map(([type, n]) => `${type} x${n}`).join(', ') || 'none';
 }
 
+
+// ---- the Data Page
+const template = 'examples/swiss-lathe.fdt';
+const tabs = ['part', 'machine', 'misc'];
+
+function dataPage() {
+    return feldra.dialog('frmMarelonDataPage');
+}
+
+function shootTabs(d, name) {
+    for (let tab = 0; tab < tabs.length; ++tab) {
+        d.control('MyTabs').listIndex = tab;
+        shot(d, `datapage-${name}-${tabs[tab]}`);
+    }
+    d.control('MyTabs').listIndex = 0;
+}
+
+function slug(model) {
+    return model.replace(/ /g, '_');
+}
+
+// Each model lays the Machine Data tab out its own way: captions, fixed values, lists.
+function tourDataPage(d) {
+    print(`Data Page on ${feldra.documentFile()}: machine ${d.text('cmbMachineName')}, setup ${d.text('cmbMachineSetup')}`);
+    for (const model of ['A20', 'B2 12-20', 'C12-16', 'L5 16-20', 'L4 25-32', 'M2-3 20-32']) {
+        d.control('cmbMachineName').select(model);
+        print(`  ${model}: ${d.text('lbl990')} = ${d.text('txt990')}; ${d.text('lbl813')} = ${d.text('txt813')}` +
+              `; ${d.text('lbl893')}: ${d.control('cmb893').entries.join('/') || '(off)'}`);
+        if (['L5 16-20', 'L4 25-32', 'M2-3 20-32'].includes(model))
+            shootTabs(d, slug(model));
+    }
+    d.click('cmdCancel');
+}
+
+// Fills fields as a user does: types and leaves, chooses, ticks; a function acts itself.
+function fillFields(d, fields) {
+    if (typeof fields === 'function')
+        return fields(d);
+    for (const [name, value] of Object.entries(fields)) {
+        const control = d.control(name);
+        if (control.type === 'QComboBox' && !control.entries.includes(value) && control.entries.length)
+            throw new Error(`${name} has no entry ${value}`);
+        if (control.type === 'QComboBox')
+            control.select(value);
+        else if (control.type === 'QRadioButton' || control.type === 'QCheckBox')
+            control.checked = value;
+        else {
+            control.text = value;
+            control.leave();
+        }
+    }
+}
+
+function dataPageSection(listing) {
+    return section(listing, 'DATA PAGE').map(line => '    ' + line.trim()).join('\n');
+}
+
+// A new part from the lathe template: the Data Page opens by itself; the
+// user fills it in tab by tab and presses OK.
+function dataPageRound(name, model, tabValues) {
+    feldra.newDocument(template);
+    const d = dataPage();
+    if (!d)
+        throw new Error('The Data Page did not open on a new lathe part');
+    print(`New part from ${template}: the Data Page opened with ${d.text('cmbMachineName')}`);
+    fillFields(d, {cmbMachineName: model});
+    for (const values of tabValues)
+        fillFields(d, values);
+    shootTabs(d, `${name}-filled`);
+    d.click('cmdOK');
+    for (const message of feldra.messages())
+        print(`  Message "${message.title}": ${message.prompt}`);
+    feldra.clearMessages();
+    const setup = doc.MachineSetup;
+    print(`  OK wrote: machine code ${setup.MachineCode}, stock code ${setup.StockCode}, 814 ${setup.Param814},` +
+          ` bar loader "${setup.BarLoaderCommand}"`);
+    const listing = ncListing(`${name}.nc.txt`);
+    const heads = listing.split('\n').filter(line => line.startsWith('HEAD '));
+    print(`  NC listing: ${heads.join(', ')}; data page of head 1:\n` + dataPageSection(listing));
+    written.push(feldra.save(`${out}/${name}.fdoc`));
+    written.push(feldra.screenshot(`${out}/${name}.png`));
+    return feldra.documentFile();
+}
+
+function dataPageRounds() {
+    const l5 = dataPageRound('L5-new', 'L5 16-20', [
+        {StockTypeC: 'Polygon', IDCircle: true, Sides: '6', CircleDiameter: '14', BaseAngle: '0',
+         StockLength: '2500', Zamount: '0.5', PartLength: '38', ProgramNumber: '4712', ProgramName: 'HEX-14'},
+        {cmbGangHolder: 'GTF3812+GSE910(2) 6TURN+3ROTARY+3FACE', cmbFrontDrillHolder: 'Standard Holder',
+         cmbBackDrillHolder: 'Free Tool', cmb893: 'With Basket', txt815: '1.5', txt816: '5', txt817: '2500',
+         txt822: '0.04', txt824: '-1', txt818: '38', txt821: '43.7'},
+        {optMagazine: true, cmbBarLoaderProgType: 'M Code', TxtChamferDistX: '0.5', TxtChamferDistZ: '0.3',
+         TxtPullBackAmount: '2.25', CmbSpindleStop: 'NO', TxtSpindleRPM: '800', txtDwell: '1.5',
+         txtStartupSpeed: '3000', CmbPolarMode: 'X and C'},
+    ]);
+
+    // The next new part starts from what the last OK kept.
+    feldra.newDocument(template);
+    let d = dataPage();
+    print(`Next new part: ${d.text('cmbMachineName')}, gang holder ${d.text('cmbGangHolder')},` +
+          ` bar loader ${d.control('optMagazine').checked ? 'magazine' : 'hydrostatic'} / ${d.text('cmbBarLoaderProgType')}`);
+    d.click('cmdCancel');
+    feldra.close();
+
+    // The saved part shows what was written into it.
+    feldra.close();
+    feldra.open(l5);
+    feldra.runCommand('Data Page');
+    d = dataPage();
+    print(`Reopened ${l5}: ${d.text('cmbMachineName')}, ${d.text('StockTypeC')} on ${d.control('IDCircle').checked ? 'ID' : 'OD'},` +
+          ` ${d.text('Sides')} sides, 814 = ${d.text('txt814')}, line ${d.text('TxtChamferDistX')}/${d.text('TxtChamferDistZ')}`);
+    // Load applies the machine's setup file to the part.
+    d.control('MyTabs').listIndex = 1;
+    d.control('cmbMachineSetup').select('Standard');
+    d.click('cmdRefresh');
+    print(`  Loaded the machine setup "${doc.MachineSetup.MachineSetupName}"; the Data Page shows` +
+          ` ${d.control('cmbHeadComment').entries.length} heads`);
+    d.click('cmdCancel');
+    feldra.close();
+
+    dataPageRound('M2-3-new', 'M2-3 20-32', [
+        {cmbMachineSetup: 'Standard'},
+        d => d.click('cmdRefresh'), // Load: the machine's setup with its three heads
+        {StockTypeC: 'Tube', StockDiameter: '20', InsideDiameter: '12', StockLength: '3000', Zamount: '0.3',
+         PartLength: '25', ProgramNumber: '2302', ProgramName: 'SLEEVE-20', NCCodeUnit: 'Metric'},
+        {cmbHeadComment: 'Head-3', Comments: 'Turret: cross drilling'},
+        {cmbGangHolder: 'GTF5216+GDF906 5TURN+1ROTARY+3FACE', cmbBackDrillHolder: 'Standard Holder',
+         txt813: '22', txt815: '1', txt816: '9', txt817: '1800', txt822: '0.05', txt824: '-1', txt818: '25', txt821: '30'},
+        {optHydrostatic: true, txtDwell: '1', txtStartupSpeed: '2500', chkToolBreak: true},
+    ]);
+    feldra.close();
+}
+
 const before = ncListing('L5-part.before.nc.txt');
 
 // ---- the add-in's commands, as a user runs them
@@ -155,6 +293,8 @@ for (const command of commands) {
     }
     feldra.runCommand(command.cookie, command.id);
     print(`Command "${name}": run`);
+    if (command.id === 2)
+        tourDataPage(dataPage());
 }
 
 const simulation = feldra.simulate();
@@ -180,6 +320,8 @@ for (const failed of feldra.failedCallbacks())
 
 written.push(feldra.save(`${out}/L5-part.fdoc`));
 written.push(feldra.screenshot(`${out}/feldra.png`));
+
+dataPageRounds();
 print('Written:');
 for (const file of new Set(written))
     print(`  ${file}`);
