@@ -3,9 +3,12 @@
 #include "TempStores.h"
 #include "feldra/DocumentData.h"
 #include "feldra/DocumentFile.h"
+#include "addin/settings/SettingsStore.h"
 #include "tooldata/HolderLibrary.h"
 
 #include <QDir>
+
+#include <cmath>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
@@ -17,6 +20,7 @@ const QString kFeldra = QStringLiteral(FELDRA_EXECUTABLE);
 const QString kModule = QStringLiteral(MARELON_MODULE);
 const QString kMacros = QStringLiteral(MARELON_SOURCE_DIR "/tests/macros/e2e/");
 const QString kExample = QStringLiteral(MARELON_SOURCE_DIR "/examples/L5-part.fdoc");
+const QString kTemplate = QStringLiteral(MARELON_SOURCE_DIR "/examples/swiss-lathe.fdt");
 constexpr double kMillimetresPerInch = 25.4;
 
 QString ReadText(const QString& path)
@@ -107,7 +111,10 @@ class tst_EndToEnd : public QObject {
 
     bool RunMacro(const QString& macro, const QString& document)
     {
-        return RunFeldra({QStringLiteral("--macro"), kMacros + macro, document});
+        QStringList arguments{QStringLiteral("--macro"), kMacros + macro};
+        if (!document.isEmpty())
+            arguments << document;
+        return RunFeldra(arguments);
     }
 
 private slots:
@@ -117,6 +124,7 @@ private slots:
         work_ = stores_->Path() + QStringLiteral("/work");
         QVERIFY(QDir().mkpath(work_));
         QVERIFY(QFile::copy(kExample, work_ + QStringLiteral("/L5-part.fdoc")));
+        QVERIFY(QFile::copy(kTemplate, work_ + QStringLiteral("/swiss-lathe.fdt")));
         QVERIFY(RunFeldra({QStringLiteral("--register-addin"), kModule}));
     }
 
@@ -193,6 +201,63 @@ private slots:
         types.removeDuplicates();
         types.sort();
         QCOMPARE(types, (QStringList{"G810", "G811", "G820", "G821"}));
+    }
+
+    // The Data Page round: a new part from the template, OK, the next new
+    // part, the saved part reopened.
+    void dataPageRound()
+    {
+        QVERIFY(RunMacro(QStringLiteral("datapage.js"), QString()));
+
+        const auto saved = feldra::LoadDocument(work_ + QStringLiteral("/datapage.fdoc"));
+        const feldra::MachineSetupData& s = saved.machineSetup;
+        QCOMPARE(s.makerTag, QString("MARELON"));
+        QCOMPARE(s.machineCode, QString("7"));
+        QCOMPARE(s.stockCode, QString("21100"));
+        QCOMPARE(s.stockDiameter, 14.0);
+        QCOMPARE_LE(qAbs(s.params.value(814) - 14 / std::cos(M_PI / 6)), 1e-9);
+        QCOMPARE(s.params.value(990), 30.0);
+        QCOMPARE(s.params.value(992), 62.0);
+        QCOMPARE(s.barLoaderType, 2.0);
+        QCOMPARE(s.barLoaderCommand, QString("M155 X0.5 Z0.3 W2.25 R1 S800 M1"));
+        QCOMPARE(s.spindles[0]->workLength, 88.0);
+        for (const auto& head : s.heads)
+            QCOMPARE(head->programName, QString("HEX-14"));
+        QCOMPARE(saved.title, QString("HEX-14"));
+        QCOMPARE(saved.simulation.stocks.size(), 1);
+        const auto& stock = saved.simulation.stocks[0];
+        QCOMPARE(stock->name, QString("Main Stock"));
+        QCOMPARE(stock->start, 0.5);
+        QCOMPARE(stock->length, 2499.5);
+        const auto profile = std::find_if(saved.features.begin(), saved.features.end(),
+                                          [&](const auto& f) { return f->key == stock->featureKey; });
+        QVERIFY(profile != saved.features.end());
+        QCOMPARE((*profile)->layer, QString("Temp"));
+        QCOMPARE((*profile)->elements.size(), 7); // six sides, closed
+
+        auto setting = [](const char* key) {
+            return marelon::GetSetting(marelon::kAppName, "Data Page Settings", key, "<none>");
+        };
+        QCOMPARE(setting("Machine Name"), QString("7"));
+        QCOMPARE(setting("Gang Holder"), QString("11"));
+        QCOMPARE(setting("Magazine Bar Loader"), QString("True"));
+        QCOMPARE(setting("Magazine Bar Loader Prog Type"), QString("1"));
+
+        const QString listing = ReadText(work_ + QStringLiteral("/datapage.nc.txt"));
+        for (const char* line : {"814 Bar Stock O.D.          16.1658075373095", "990 Gang Holder             30",
+                                 "Bar Loader Command          M155 X0.5 Z0.3 W2.25 R1 S800 M1",
+                                 "Bar Loader Type             2 (MAGAZINE, M CODE)"})
+            QVERIFY2(listing.contains(QLatin1String(line)), line);
+        QCOMPARE(listing.count(QStringLiteral("PROGRAM O4712 \"HEX-14\"")), 2);
+
+        const QString next = ReadText(work_ + QStringLiteral("/next.txt"));
+        for (const char* line : {"cmbMachineName=L5 16-20", "txt990=30", "txt992=62", "txt815=1.5", "cmbBarLoaderProgType=M Code"})
+            QVERIFY2(next.contains(QLatin1String(line)), qPrintable(next));
+        QVERIFY2(next.contains("StockTypeC=Bar"), qPrintable(next)); // the new part's own stock
+        const QString reopened = ReadText(work_ + QStringLiteral("/reopened.txt"));
+        for (const char* line : {"cmbMachineName=L5 16-20", "StockTypeC=Polygon", "Sides=6", "txt814=16.1658075373095",
+                                 "TxtChamferDistX=0.5", "txt990=30"})
+            QVERIFY2(reopened.contains(QLatin1String(line)), qPrintable(reopened));
     }
 };
 
