@@ -516,6 +516,15 @@ private slots:
         QCOMPARE(form.CarriedOverFrom(*z), QString());
         form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
         QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
+
+        // A geometry the host cannot give: the fields keep their texts, and
+        // those of T07 (X and Z; Y was T21's own) are marked.
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        f.host.Faults().Fail(QStringLiteral("Tool.AsLatheToolKind19"));
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
+        QCOMPARE(form.CarriedOverFrom(*control<QLineEdit>(form, "txtToolXShift")), QStringLiteral("T07"));
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
+        QCOMPARE(form.CarriedOverFrom(*y), QString());
     }
 
     // Escape in the cell editor leaves the cell as it was and keeps the

@@ -472,11 +472,22 @@ void frmToolData::ShowHolderInformation()
     skipOnFailure([&] { ui_->lblToolComment->setText(firstLine(tool.Comment())); });
 }
 
-// A field whose value the tool's geometry gives shows it; any other keeps its
-// text, and is marked as carried over when that text belongs to another tool.
 void frmToolData::GetToolShift()
 {
-    const ToolShiftFields shift = ToolShiftFromGeometry(*currentTool_);
+    ToolShiftFields shift;
+    try {
+        shift = ToolShiftFromGeometry(*currentTool_);
+    } catch (...) {
+        ShowToolShift({}); // the geometry could not be read: every field keeps its text
+        throw;
+    }
+    ShowToolShift(shift);
+}
+
+// A field whose value the tool's geometry gives shows it; any other keeps its
+// text, and is marked as carried over when that text belongs to another tool.
+void frmToolData::ShowToolShift(const ToolShiftFields& shift)
+{
     const std::pair<const std::optional<double>&, QLineEdit*> fields[] = {
         {shift.x, ui_->txtToolXShift}, {shift.z, ui_->txtToolZShift}, {shift.y, ui_->txtToolYShift}};
     for (const auto& [value, field] : fields) {

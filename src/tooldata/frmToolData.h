@@ -95,6 +95,7 @@ private:
     void OpenEditBox();
     void CommitEditBox();
     void SetBoldRow(int row);
+    void ShowToolShift(const ToolShiftFields& shift);
     // Shows a Tool field as carried over from the named tool, or (empty) as the current tool's own.
     void ShowCarriedOver(QLineEdit& field, const QString& fromTool);
     // Set Data's refusal while a Tool field still shows another tool's value.
