@@ -14,11 +14,14 @@ if (!feldra.documentFile())
     feldra.open('examples/L5-part.fdoc');
 
 // ---- the tools and holders the demo works with
+// A Tool field that a tool's geometry does not give keeps the value of the
+// tool chosen before (marked as carried over, and Set Data refuses it): the
+// demo types each such tool's own value into it, which confirms it.
 const machine = 'L5 16-20';
 const toolHolders = [
-    {tool: 'T06', holder: 'GDF5102'},   // spot drill in the ER16 front drill sleeve
-    {tool: 'T07', holder: 'GSE5102'},   // cross drill on the 1:1.5 speed-up spindle
-    {tool: 'T21', holder: 'GDB5101'},   // back drill in back drilling holder 1
+    {tool: 'T06', holder: 'GDF5102', own: {txtToolZShift: '0'}},   // spot drill in the ER16 front drill sleeve
+    {tool: 'T07', holder: 'GSE5102', own: {txtToolYShift: '0'}},   // cross drill on the 1:1.5 speed-up spindle
+    {tool: 'T21', holder: 'GDB5101', own: {txtToolZShift: '0'}},   // back drill in back drilling holder 1
 ];
 // The holder dialogs take shifts in the part's units, millimetres here.
 const newHolder = {
@@ -26,7 +29,7 @@ const newHolder = {
     txtXShift: '48', txtZShift: '-50.8', txtYShift: '0', txtGear1: '1', txtGear2: '1',
 };
 const editedHolder = {txtHolderDesc: 'L5 16-20 back drilling holder 4, ER11, 1:2 speed-up', txtGear2: '2'};
-const newHolderTool = 'T22';            // the back centre drill goes into the new holder
+const newHolderTool = {tool: 'T22', holder: newHolder.txtHolderName, own: {txtToolZShift: '0'}}; // back centre drill
 
 function fill(dialog, fields) {
     for (const [name, text] of Object.entries(fields)) {
@@ -48,11 +51,18 @@ function toolRow(grid, toolId) {
     throw new Error(`Tool ${toolId} is not in the Tool Data grid`);
 }
 
-function setToolData(d, toolId, holder) {
+// Chooses the tool and its holder, types the tool's own values, and checks
+// that Set Data wrote them (it refuses a value carried over from another tool).
+function setToolData(d, {tool: toolId, holder, own}) {
     const grid = d.control('ToolGrid');
     grid.clickCell(toolRow(grid, toolId), 1);
     d.control('cmbHolders').select(holder);
+    for (const [field, value] of Object.entries(own))
+        d.setText(field, value);
+    const messages = feldra.messages().length;
     d.click('cmdSetData');
+    if (feldra.messages().length > messages)
+        throw new Error(`Set Data on ${toolId}: ${feldra.messages()[messages].prompt}`);
     print(`  ${toolId} <- ${holder} "${d.text('lblHolderDesc')}": Feldra X ${d.text('txtFeldraXShift')}` +
           ` Y ${d.text('txtFeldraYShift')} Z ${d.text('txtFeldraZShift')}, ${d.text('lblFeldraSpdlRot')},` +
           ` gear ${d.text('lblGear1')}:${d.text('lblGear2')}`);
@@ -73,11 +83,11 @@ onDialog('frmEditHolder', d => {
 onDialog('frmToolData', d => {
     d.control('cmbMachineName').select(machine);
     print(`Tool Data: machine ${machine}, ${d.control('cmbHolders').entries.length} holders`);
-    for (const {tool, holder} of toolHolders)
-        setToolData(d, tool, holder);
+    for (const setting of toolHolders)
+        setToolData(d, setting);
     d.click('cmdNew');
     d.click('cmdEdit');
-    setToolData(d, newHolderTool, newHolder.txtHolderName);
+    setToolData(d, newHolderTool);
     shot(d);
     // The demo holder leaves the library again, so that every run starts alike.
     d.control('cmbHolders').select(newHolder.txtHolderName);

@@ -1,5 +1,6 @@
 // The built Marelon module, loaded by the host through its add-in registry.
 #include "HostCaptions.h"
+#include "addin/host/Application.h"
 #include "TempStores.h"
 #include "feldra/AddInLoader.h"
 #include "feldra/AddInRegistry.h"
@@ -98,13 +99,18 @@ private slots:
         QVERIFY(host.ActiveDocument()->data.workPlanes.isEmpty());
     }
 
-    // The add-in finds its holder libraries beside its module; its shutdown
-    // still reaches a standing host when the host goes.
-    void theAddInsFolderIsTheModulesFolder()
+    // Each add-in finds its files (Marelon its holder libraries) beside its
+    // own module, whichever module the host loaded first; its shutdown still
+    // reaches a standing host when the host goes.
+    void eachAddInsFolderIsItsModulesFolder()
     {
         auto host = std::make_unique<Host>();
+        QVERIFY(host->AddIns().Load(QStringLiteral("Probe.Connect"), PROBE_MODULE));
         QVERIFY(host->AddIns().Load(kProgId, MARELON_MODULE));
-        QCOMPARE(host->App().addInFolder, QFileInfo(MARELON_MODULE).absolutePath() + QLatin1Char('/'));
+        const auto folderOf = [](const char* module) { return QFileInfo(module).absolutePath() + QLatin1Char('/'); };
+        QVERIFY(folderOf(PROBE_MODULE) != folderOf(MARELON_MODULE));
+        QCOMPARE(host->ApplicationFor(kProgId)->AddInFolder(), folderOf(MARELON_MODULE));
+        QCOMPARE(host->ApplicationFor(QStringLiteral("Probe.Connect"))->AddInFolder(), folderOf(PROBE_MODULE));
         host.reset();
     }
 

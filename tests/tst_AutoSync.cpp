@@ -192,6 +192,67 @@ private slots:
         QCOMPARE(OrderOf(document_->data).join(QString()), QStringLiteral("ABCDE")); // only OK changes the document
     }
 
+    // The user's clicks after a move: an entry the move took out of the
+    // selection stays out, whatever the next click is.
+    void clicksAfterAMove_data()
+    {
+        QTest::addColumn<QString>("move");
+        QTest::addColumn<QString>("click"); // the click after the move: a modifier and a row
+        QTest::addColumn<QList<int>>("selectedAfter");
+        // A B C D E; D and B selected (click D, Ctrl-click B), then moved.
+        QTest::newRow("up, then shift-click") << "up" << "shift 0" << QList<int>{0, 1, 2};
+        QTest::newRow("up, then ctrl-click") << "up" << "ctrl 4" << QList<int>{0, 2, 4};
+        QTest::newRow("down, then shift-click") << "down" << "shift 0" << QList<int>{0, 1, 2, 4};
+        QTest::newRow("up, then click") << "up" << "none 4" << QList<int>{4};
+    }
+    void clicksAfterAMove()
+    {
+        QFETCH(QString, move);
+        QFETCH(QString, click);
+        QFETCH(QList<int>, selectedAfter);
+        auto form = dialog(Operations("A=1 B=1 C=1 D=1 E=1").Build());
+        form->show();
+        QListWidget& operations = list(*form);
+        const auto clickRow = [&](Qt::KeyboardModifiers modifiers, int row) {
+            QTest::mouseClick(operations.viewport(), Qt::LeftButton, modifiers,
+                              operations.visualItemRect(operations.item(row)).center());
+        };
+        clickRow(Qt::NoModifier, 3);
+        clickRow(Qt::ControlModifier, 1);
+        QTest::mouseClick(form->findChild<QPushButton*>(move == QLatin1String("up") ? "cmdUp" : "cmdDown"),
+                          Qt::LeftButton);
+        const QStringList parts = click.split(QLatin1Char(' '));
+        const Qt::KeyboardModifiers modifiers = parts[0] == QLatin1String("shift") ? Qt::ShiftModifier
+            : parts[0] == QLatin1String("ctrl")                                     ? Qt::ControlModifier
+                                                                                    : Qt::NoModifier;
+        clickRow(modifiers, parts[1].toInt());
+        QList<int> selectedNow;
+        for (int i = 0; i < operations.count(); ++i)
+            if (operations.item(i)->isSelected())
+                selectedNow.append(i);
+        QCOMPARE(selectedNow, selectedAfter);
+    }
+
+    // Escape is Cancel: the dialog closes and neither the document nor the
+    // machine choice changes.
+    void escapeCancels()
+    {
+        SaveSetting(kAppName, kAutoSyncSection, kMachineNameKey, QStringLiteral("2"));
+        auto form = dialog(part());
+        const QStringList syncsBefore = SyncsOf(document_->data);
+        form->show();
+        machines(*form).setCurrentIndex(kL5);
+        list(*form).item(7)->setSelected(true);
+        form->cmdUp_Click();
+        QTest::keyClick(&list(*form), Qt::Key_Escape);
+        QVERIFY(!form->isVisible());
+        QCOMPARE(form->result(), int(QDialog::Rejected));
+        QCOMPARE(OrderOf(document_->data).mid(5), (QStringList{"Pick", "Cut", "Back"}));
+        QCOMPARE(SyncsOf(document_->data), syncsBefore);
+        QCOMPARE(storedMachine(), QStringLiteral("2"));
+        QVERIFY(messages_->Messages().isEmpty());
+    }
+
     void onlyLSeriesMachinesSync_data()
     {
         QTest::addColumn<int>("position");

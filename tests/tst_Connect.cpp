@@ -123,9 +123,10 @@ private slots:
                                              << edit << help;
         QTest::newRow("pictures refused") << "CommandBarControl.SetBitmaps" << 0 << 0 << false << kLatheBar
                                           << edit << help;
+        // The refused separator costs nothing else: Tool Data still at the end, Data Page before it.
         QTest::newRow("no separator on bars")
             << "CommandBar.AddSeparator" << 0 << 0 << false
-            << QStringList{"Turret Setup", "Simulate", "Data Page", "Generate NC Code", "G-Code List", "Auto Sync"} << edit << help;
+            << (kHostLatheBar + QStringList{"Data Page", "Tool Data", "G-Code List", "Auto Sync"}) << edit << help;
         QTest::newRow("no help entries") << "MenuControls.Add" << 0 << 0 << false << kLatheBar << edit
                                          << kHostHelpMenu;
     }

@@ -180,6 +180,13 @@ private slots:
         QCOMPARE(listed->spindle, spindle);
     }
 
+    // Auto Sync's list of operations takes several entries as a user picks
+    // them (click, Ctrl-click, Shift-click) and shows what is selected.
+    void autoSyncListTakesSeveralEntries()
+    {
+        QVERIFY(RunMacro(QStringLiteral("autosync-selection.js"), QStringLiteral("L5-part.fdoc")));
+    }
+
     // A second Auto Sync on its own result finds the same synchronisations;
     // the listing names each by its type.
     void autoSyncTwice()

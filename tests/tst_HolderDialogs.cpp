@@ -4,6 +4,8 @@
 #include "tooldata/frmEditHolder.h"
 #include "tooldata/frmNewHolder.h"
 
+#include <QApplication>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -30,6 +32,20 @@ void fill(QWidget& dialog, const QStringList& values)
     const char* names[] = {"txtHolderName", "txtXShift", "txtZShift", "txtYShift", "txtGear1", "txtGear2", "txtHolderDesc"};
     for (int i = 0; i < values.size(); ++i)
         field(dialog, QString::fromLatin1(names[i]))->setText(values[i]);
+}
+
+// A New Holder or an Edit Holder dialog of the GTF5101 holder.
+std::unique_ptr<HolderDialog> holderDialog(ToolDataFixture& f, const QString& kind)
+{
+    if (kind == QLatin1String("new"))
+        return std::make_unique<frmNewHolder>(f.application, f.LibraryPath(kFile));
+    return std::make_unique<frmEditHolder>(f.application, f.LibraryPath(kFile), QStringLiteral("GTF5101"));
+}
+
+void leave(QLineEdit* field, Qt::FocusReason reason = Qt::TabFocusReason)
+{
+    QFocusEvent focusOut(QEvent::FocusOut, reason);
+    QApplication::sendEvent(field, &focusOut);
 }
 
 QString badNumber(const QString& caption)
@@ -148,29 +164,35 @@ private slots:
         QCOMPARE(dialog.findChild<QRadioButton*>(forward ? "opForward" : "opReverse")->isChecked(), true);
     }
 
-    void editEvaluatesShifts_data()
+    void shiftsEvaluateExpressions_data()
     {
+        QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown"); // empty: "Invalid Expression"
-        QTest::newRow("expression") << "en_US" << "25.4/2" << "12.700000";
-        QTest::newRow("expression, German") << "de_DE" << "25.4/2" << "12,700000";
-        QTest::newRow("invalid") << "en_US" << "25.4/" << "";
-        QTest::newRow("decimal comma is no expression") << "de_DE" << "12,7" << "";
+        for (const char* kind : {"new", "edit"}) {
+            const QString row = QString::fromLatin1(kind) + QStringLiteral(": ");
+            QTest::newRow(qPrintable(row + "expression")) << kind << "en_US" << "25.4/2" << "12.700000";
+            QTest::newRow(qPrintable(row + "expression, German")) << kind << "de_DE" << "25.4/2" << "12,700000";
+            QTest::newRow(qPrintable(row + "invalid")) << kind << "en_US" << "25.4/" << "";
+            QTest::newRow(qPrintable(row + "decimal comma is no expression")) << kind << "de_DE" << "12,7" << "";
+        }
     }
-    void editEvaluatesShifts()
+    void shiftsEvaluateExpressions()
     {
+        QFETCH(QString, kind);
         QFETCH(QString, locale);
         QFETCH(QString, typed);
         QFETCH(QString, shown);
         QLocale::setDefault(QLocale(locale));
         ToolDataFixture f(71);
         f.WriteLibrary(kFile, kHolders);
-        frmEditHolder dialog(f.application, f.LibraryPath(kFile), QStringLiteral("GTF5101"));
-        QLineEdit* x = field(dialog, "txtXShift");
+        const auto dialog = holderDialog(f, kind);
+        dialog->show();
+        QLineEdit* x = field(*dialog, "txtXShift");
         x->clear();
         QTest::keyClicks(x, typed);
-        dialog.txtXShift_LostFocus();
+        leave(x);
         if (shown.isEmpty()) {
             QCOMPARE(f.messages->Messages().size(), 1);
             QCOMPARE(f.messages->Last().prompt, QStringLiteral("Invalid Expression"));
@@ -182,8 +204,101 @@ private slots:
         }
         QVERIFY(f.messages->Messages().isEmpty());
         QCOMPARE(x->text(), shown);
-        dialog.txtXShift_LostFocus(); // the dialog's own text is not evaluated again
+        dialog->txtXShift_LostFocus(); // the dialog's own text is not evaluated again
         QVERIFY(f.messages->Messages().isEmpty());
+        if (kind == QLatin1String("new")) { // and OK takes the value shown
+            fill(*dialog, {"NEW"});
+            field(*dialog, "txtHolderDesc")->setText(QStringLiteral("d"));
+            QTest::mouseClick(dialog->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+            QCOMPARE(ReadHolderFile(f.LibraryPath(kFile)).last().xShift, 0.5);
+        }
+    }
+
+    // Escape, the close box and Cancel close without writing, and a shift
+    // field left with an expression that is no number is not evaluated on the way.
+    void closingWritesAndEvaluatesNothing_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("close");
+        for (const char* kind : {"new", "edit"})
+            for (const char* close : {"escape", "close box", "cancel"})
+                QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(kind, close))) << kind << close;
+    }
+    void closingWritesAndEvaluatesNothing()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, close);
+        ToolDataFixture f(71);
+        f.WriteLibrary(kFile, kHolders);
+        const auto dialog = holderDialog(f, kind);
+        dialog->show();
+        QApplication::setActiveWindow(dialog.get());
+        fill(*dialog, {"CHANGED"});
+        QLineEdit* x = field(*dialog, "txtXShift");
+        x->setFocus();
+        x->clear();
+        QTest::keyClicks(x, QStringLiteral("25.4/"));
+        if (close == QLatin1String("escape"))
+            QTest::keyClick(x, Qt::Key_Escape);
+        else if (close == QLatin1String("close box"))
+            dialog->close();
+        else
+            QTest::mouseClick(dialog->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
+        leave(x, Qt::ActiveWindowFocusReason); // the window system's word that the dialog has gone
+        QVERIFY(!dialog->isVisible());
+        QCOMPARE(dialog->result(), int(QDialog::Rejected));
+        QVERIFY(f.messages->Messages().isEmpty());
+        QCOMPARE(f.ReadLibrary(kFile), kHolders);
+    }
+
+    // The holder file holds the Windows-1252 code page: a name or description
+    // it cannot hold is refused with the characters named; one it can is written in it.
+    void textsTheFileCannotHold_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("description");
+        QTest::addColumn<QString>("message"); // empty: written
+        QTest::addColumn<QByteArray>("line");
+        const QString cannot = QStringLiteral("\r\nThe holder file cannot hold these characters: ");
+        for (const char* kind : {"new", "edit"}) {
+            const QString row = QString::fromLatin1(kind) + QStringLiteral(": ");
+            QTest::newRow(qPrintable(row + "Cyrillic name"))
+                << kind << QStringLiteral("Фреза €1") << "d" << QStringLiteral("Invalid Holder Name.") + cannot + QStringLiteral("Ф р е з а")
+                << QByteArray();
+            QTest::newRow(qPrintable(row + "Greek and emoji in the description"))
+                << kind << "A" << QStringLiteral("Ø 6 mm, α 90° 🙂 α") << QStringLiteral("Invalid Holder Description.") + cannot + QStringLiteral("α 🙂")
+                << QByteArray();
+            QTest::newRow(qPrintable(row + "Western European text"))
+                << kind << QStringLiteral("Fräse €1") << QStringLiteral("„Größe“ – Ø 6 mm, Œ")
+                << QString() << QByteArray("\"Fr\xe4se \x80" "1\",\"\x84Gr\xf6\xdf" "e\x93 \x96 \xd8 6 mm, \x8c\",0,0,0,-1,1,1\r\n");
+        }
+    }
+    void textsTheFileCannotHold()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, name);
+        QFETCH(QString, description);
+        QFETCH(QString, message);
+        QFETCH(QByteArray, line);
+        ToolDataFixture f;
+        f.WriteLibrary(kFile, kHolders);
+        const auto dialog = holderDialog(f, kind);
+        dialog->show();
+        fill(*dialog, {name, "0", "0", "0", "1", "1", description});
+        dialog->findChild<QRadioButton*>("opForward")->setChecked(true);
+        QTest::mouseClick(dialog->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+        if (!message.isEmpty()) {
+            QCOMPARE(f.messages->Messages().size(), 1);
+            QCOMPARE(f.messages->Last().prompt, message);
+            QVERIFY(dialog->isVisible());
+            QCOMPARE(f.ReadLibrary(kFile), kHolders);
+            return;
+        }
+        QVERIFY(f.messages->Messages().isEmpty());
+        const QList<QByteArray> lines = f.ReadLibrary(kFile).split('\n');
+        QCOMPARE(lines[kind == QLatin1String("new") ? 3 : 0] + '\n', line);
+        QCOMPARE(ReadHolderFile(f.LibraryPath(kFile))[kind == QLatin1String("new") ? 3 : 0].description, description);
     }
 
     // The first holder of a name is changed, its shifts stored in inches.

@@ -1,11 +1,15 @@
 #include "tooldata/HolderLibrary.h"
 #include "tooldata/modToolData.h"
+#include "tooldata/Windows1252.h"
+#include "numeric/NumberText.h"
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
 #include <csignal>
 #include <sys/resource.h>
 
@@ -67,7 +71,12 @@ class tst_HolderLibrary : public QObject {
     QString path_;
 
 private slots:
-    void init() { path_ = dir_.filePath(QStringLiteral("L5-16-20 ToolHolders.txt")); QFile::remove(path_); }
+    void init()
+    {
+        path_ = dir_.filePath(QStringLiteral("L5-16-20 ToolHolders.txt"));
+        QFile::remove(path_);
+        QFile::remove(BackupPath(path_));
+    }
 
     void fileNames_data()
     {
@@ -245,11 +254,121 @@ private slots:
         QCOMPARE(QDir(dir_.path()).entryList(QDir::Files), QStringList{QFileInfo(path_).fileName()});
     }
 
+    // Every change keeps the file as it was before it beside it; the first
+    // line of a new file has nothing to keep.
+    void everyChangeKeepsThePreviousFile_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::newRow("new") << "append";
+        QTest::newRow("edit") << "rewrite";
+        QTest::newRow("del") << "delete";
+    }
+    void everyChangeKeepsThePreviousFile()
+    {
+        QFETCH(QString, operation);
+        const QString backup = BackupPath(path_);
+        QVERIFY(AppendHolder(path_, holder("first")));
+        QVERIFY(!QFile::exists(backup));
+        writeAll(path_, lines(3));
+        for (int change = 1; change <= 2; ++change) {
+            const QByteArray before = readAll(path_);
+            if (operation == QLatin1String("append"))
+                QVERIFY(AppendHolder(path_, holder("new")));
+            else if (operation == QLatin1String("rewrite"))
+                QVERIFY(WriteHolderFile(path_, {holder(QStringLiteral("only %1").arg(change))}));
+            else
+                DeleteHolder(path_, 0);
+            QVERIFY(readAll(path_) != before);
+            QCOMPARE(readAll(backup), before);
+        }
+        QCOMPARE(backup, path_ + QStringLiteral(".bak"));
+    }
+
+    // Names and descriptions are read and written in the Windows-1252 code page.
+    void windows1252Text_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Latin-1 letters") << QByteArray("Fr\xe4se \xd8 6") << QStringLiteral("Fräse Ø 6");
+        QTest::newRow("euro, quotes, dashes") << QByteArray("\x80 \x84" "a\x93 \x96 \x97 \x85") << QStringLiteral("€ „a“ – — …");
+        QTest::newRow("letters of 0x80 to 0x9F") << QByteArray("\x8a\x8c\x8e\x9a\x9c\x9e\x9f\x83") << QStringLiteral("ŠŒŽšœžŸƒ");
+        QTest::newRow("unused codes stand for themselves") << QByteArray("\x81\x8d\x8f\x90\x9d")
+                                                          << QStringLiteral("\u0081\u008d\u008f\u0090\u009d");
+    }
+    void windows1252Text()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        const QByteArray line = "\"" + bytes + "\",\"" + bytes + "\",0,0,0,-1,1,1\r\n";
+        const auto records = ParseHolderRecords(line);
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records[0].name, text);
+        QCOMPARE(records[0].description, text);
+        QCOMPARE(HolderLine(records[0]), line);
+        QVERIFY(CharactersOutsideWindows1252(text).isEmpty());
+    }
+
+    void charactersTheCodePageCannotHold()
+    {
+        QCOMPARE(CharactersOutsideWindows1252(QStringLiteral("Фреза €1")), QStringLiteral("Фреза"));
+        QCOMPARE(CharactersOutsideWindows1252(QStringLiteral("a🙂b🙂\u0080")), QStringLiteral("🙂\u0080"));
+        QCOMPARE(ToWindows1252(QStringLiteral("Ф€")), QByteArray("?\x80"));
+    }
+
     void unwritableFolder()
     {
         const QString path = dir_.filePath(QStringLiteral("no such folder/A20 ToolHolders.txt"));
         QVERIFY(!AppendHolder(path, holder("A")));
         QVERIFY(!WriteHolderFile(path, {holder("A")}));
+    }
+
+    // The holders of each machine's gang tool patterns are in its library;
+    // a machine with back-spindle tool work (all but the B12) has back-spindle holders.
+    void deliveredLibrariesHoldWhatTheMachinesUse()
+    {
+        const QStringList l5{"GTF3813", "GTF3812", "GTF3513", "GTF3512", "GTF3613", "GTF3612", "GSE910", "GSE1007", "GDF1107"};
+        const QStringList l7 = l5 + QStringList{"GTF3110", "GTF3110L", "GTF3210", "GTF3210L", "GTF3410", "GTF3410L",
+                                                "GTF3510", "GTF3510L", "GTF3112", "GTF3212", "GTF3412", "GTF3113",
+                                                "GTF3213", "GTF3413", "GDF607", "GDF606", "GDF306", "GDF307",
+                                                "GSE1110", "GSE1307", "GSE1407", "GDF1108"};
+        const QStringList m23{"GTF5016", "GTF5216", "GTF5013", "GTF5213", "GTF5012", "GTF5212", "GDF904", "GDF906"};
+        const QStringList c{"GTF6010L", "U30B", "U31B", "GDF905"};
+        const QHash<QString, QStringList> patternHolders{
+            {"L5 16-20", l5}, {"L7 16-20", l7}, {"M2-3 20-32", m23}, {"C12-16", c}, {"C20-32", c}};
+        for (const QString& machine : MachineNames(false)) {
+            QStringList names;
+            bool backSpindle = false;
+            for (const auto& record : ReadHolderFile(HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine))) {
+                names << record.name;
+                backSpindle = backSpindle || record.description.contains(QLatin1String(" back "));
+            }
+            for (const QString& name : patternHolders.value(machine))
+                QVERIFY2(names.contains(name), qPrintable(machine + QStringLiteral(": ") + name));
+            QVERIFY2(backSpindle == (machine != QLatin1String("B12")), qPrintable(machine));
+        }
+    }
+
+    // Every model is a metric machine: its holders are made to round
+    // millimetre dimensions, so each shift is the exact inch equivalent of
+    // one (to 15 significant digits) and a millimetre part gets -22, not -21.99894.
+    void metricLibrariesHoldExactMillimetres()
+    {
+        for (const QString& machine : MachineNames(false)) {
+            const QByteArray text = readAll(HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine));
+            const auto records = ParseHolderRecords(text);
+            QByteArray written;
+            for (const auto& record : records) {
+                written += HolderLine(record);
+                for (const double inches : {record.xShift, record.zShift, record.yShift}) {
+                    const double millimetres = std::round(inches * 25.4 * 100) / 100;
+                    const QString context = machine + QStringLiteral(" ") + record.name;
+                    QVERIFY2(std::fmod(millimetres * 2, 1) == 0, qPrintable(context)); // whole or half millimetres
+                    QCOMPARE(numeric::NumberToInvariantText(inches), numeric::NumberToInvariantText(millimetres / 25.4));
+                    QCOMPARE(HolderShiftText(inches, 71), numeric::NumberToText(millimetres));
+                }
+            }
+            QCOMPARE(written, text); // as the library writes it: 15 digits
+        }
     }
 
     void everyDeliveredLibraryLoads()

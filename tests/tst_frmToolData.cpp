@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -446,6 +447,155 @@ private slots:
         QCOMPARE(tool->xShift, 7.0);
         QCOMPARE(tool->holderIndex, 0.0);
         QCOMPARE(f.document->updateState, !library); // no holder: nothing is touched
+    }
+
+    // A Tool field that the tool's geometry leaves alone keeps the text of the
+    // tool before: marked with the tool it came from, and refused by Set Data,
+    // until the user confirms it (Enter) or types the tool's own value.
+    void carriedOverFields_data()
+    {
+        QTest::addColumn<QString>("confirm"); // how the user confirms the marked field
+        QTest::addColumn<double>("zWritten");
+        QTest::newRow("Enter keeps the value") << "enter" << -9.9; // holder 38.1 mm
+        QTest::newRow("typing the tool's own value") << "type" << 38.1;
+    }
+    void carriedOverFields()
+    {
+        QFETCH(QString, confirm);
+        QFETCH(double, zWritten);
+        ToolDataFixture f(71);
+        f.WriteLibrary(kL5, "\"GDB5101\",\"Back drill\",0,1.5,0,1,1,1\r\n");
+        auto crossDrill = f.AddTool(7, 7, 19); // Z from its length
+        crossDrill->zCode = 2;
+        crossDrill->length = 48;
+        auto backDrill = f.AddTool(21, 21, 19); // no Z of its own
+        backDrill->zCode = 1;
+        backDrill->zShift = -40;
+        frmToolData form(f.application);
+        form.show();
+        auto* z = control<QLineEdit>(form, "txtToolZShift");
+        auto* y = control<QLineEdit>(form, "txtToolYShift");
+
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1); // T21 first: the dialog's own "0" is no other tool's
+        QCOMPARE(form.CarriedOverFrom(*z), QString());
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        QCOMPARE(z->text(), QStringLiteral("-48"));
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
+        QCOMPARE(z->text(), QStringLiteral("-48"));
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
+        QVERIFY(z->font().italic());
+        QVERIFY(z->palette().color(QPalette::Base) != y->palette().color(QPalette::Base));
+        QCOMPARE(z->toolTip(), QStringLiteral("Carried over from T07: confirm with Enter or edit"));
+        QCOMPARE(form.CarriedOverFrom(*y), QString());
+        QVERIFY(!y->font().italic());
+
+        f.messages->Clear();
+        QTest::mouseClick(control<QPushButton>(form, "cmdSetData"), Qt::LeftButton);
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.messages->Last().prompt,
+                 QStringLiteral("Nothing was written. These fields still show a value carried over from another tool:\r\n"
+                                "Tool Z Shift (T07)\r\n\r\n"
+                                "Press Enter in a field to keep its value for T21, or type the tool's own value."));
+        QCOMPARE(backDrill->zShift, -40.0);
+
+        if (confirm == QLatin1String("enter")) {
+            QTest::keyClick(z, Qt::Key_Return);
+        } else {
+            z->selectAll();
+            QTest::keyClicks(z, QStringLiteral("0"));
+        }
+        QCOMPARE(form.CarriedOverFrom(*z), QString());
+        QVERIFY(!z->font().italic());
+        QCOMPARE(z->toolTip(), QString());
+        QTest::mouseClick(control<QPushButton>(form, "cmdSetData"), Qt::LeftButton);
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(backDrill->zShift, zWritten);
+
+        // Back to T07: its own value; to T21 again: its confirmed value is its own now.
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        QCOMPARE(form.CarriedOverFrom(*z), QString());
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
+
+        // A geometry the host cannot give: the fields keep their texts, and
+        // those of T07 (X and Z; Y was T21's own) are marked.
+        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        f.host.Faults().Fail(QStringLiteral("Tool.AsLatheToolKind19"));
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
+        QCOMPARE(form.CarriedOverFrom(*control<QLineEdit>(form, "txtToolXShift")), QStringLiteral("T07"));
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
+        QCOMPARE(form.CarriedOverFrom(*y), QString());
+    }
+
+    // Escape in the cell editor leaves the cell as it was and keeps the
+    // dialog; Escape on the dialog closes it as Exit does.
+    void escape()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto tool = f.AddTool(3, 3);
+        frmToolData form(f.application);
+        form.show();
+        QApplication::setActiveWindow(&form);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        auto* box = control<QLineEdit>(form, "EditBox");
+        grid->setCurrentCell(1, 1);
+        form.ToolGrid_KeyDown(Qt::Key_Enter);
+        QVERIFY(box->isVisible());
+        box->setText(QStringLiteral("9"));
+        QTest::keyClick(box, Qt::Key_Escape);
+        QVERIFY(!box->isVisible());
+        QVERIFY(form.isVisible());
+        QCOMPARE(cell(form, 1, 1), QStringLiteral("03"));
+        QCOMPARE(tool->number, 3);
+
+        QTest::keyClick(grid, Qt::Key_Escape);
+        QVERIFY(!form.isVisible());
+        QCOMPARE(f.ReadLibrary(kL5), kThreeHolders);
+        QVERIFY(f.messages->Messages().isEmpty());
+    }
+
+    // From holder to holder the value columns keep their places and widths,
+    // a value of 15 digits fits, the description is never cut, and the Gear
+    // Ratio row lines up with the shift rows above it.
+    void holderDataKeepsItsPlaces()
+    {
+        ToolDataFixture f;
+        const QString longText = QStringLiteral("L5 16-20 rotary tool unit: 2 cross drilling spindles in position 1, "
+                                                "3 face drilling spindles in position 2, or 3 face and 3 back drilling "
+                                                "spindles with the extension block, 1:1.5 speed-up");
+        f.WriteLibrary(kL5, "\"S\",\"Short\",0,0,0,0,1,1\r\n"
+                            "\"L\",\"" + longText.toLatin1() + "\",-0.984251968503937,1.37795275590551,-2.36220472440945,-1,2,3\r\n");
+        frmToolData form(f.application);
+        form.show();
+        QLabel& description = *control<QLabel>(form, "lblHolderDesc");
+        const char* columns[] = {"txtHolderXShift", "txtToolXShift", "txtFeldraXShift"};
+        QList<QRect> places;
+        for (int holder : {0, 1, 0}) {
+            selectHolder(form, holder);
+            form.layout()->activate();
+            QList<QRect> now;
+            for (const char* name : columns)
+                now << control<QWidget>(form, name)->geometry();
+            if (places.isEmpty())
+                places = now;
+            QCOMPARE(now, places);
+            QCOMPARE(description.toolTip(), description.text());
+            QVERIFY(description.wordWrap());
+            QVERIFY(description.height() >= description.heightForWidth(description.width()));
+            for (const char* value : {"txtHolderXShift", "txtHolderZShift", "txtHolderYShift"}) {
+                QLabel& label = *control<QLabel>(form, value);
+                QVERIFY2(label.fontMetrics().horizontalAdvance(label.text()) < label.contentsRect().width(), value);
+            }
+        }
+        QCOMPARE(text(form, "txtHolderXShift"), QStringLiteral("0"));
+        const auto place = [&](const char* name) { return control<QWidget>(form, name)->geometry(); };
+        for (const auto& [gear, above] : {std::pair{"lblGear1", "txtHolderZShift"}, {"lblTo", "txtToolZShift"},
+                                          {"lblGear2", "txtFeldraZShift"}}) {
+            QCOMPARE(place(gear).left(), place(above).left());
+            QCOMPARE(place(gear).width(), place(above).width());
+            QCOMPARE(place(gear).height(), place("txtToolZShift").height());
+        }
     }
 
     void backSpindleChoice_data()

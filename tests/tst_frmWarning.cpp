@@ -27,7 +27,7 @@ private slots:
     {
         QTest::addColumn<QString>("before");  // the stored setting before the dialog opens
         QTest::addColumn<bool>("tick");       // the check box the user leaves
-        QTest::addColumn<QString>("close");   // Yes, No or the window's close box
+        QTest::addColumn<QString>("close");   // Yes, No, the window's close box or Escape
         QTest::addColumn<bool>("cancel");
         QTest::addColumn<QString>("after");
 
@@ -36,6 +36,9 @@ private slots:
         QTest::newRow("tick and no: cancel, never again") << "0" << true << "cmdNo" << true << "1";
         QTest::newRow("untick and yes stores 0") << "1" << false << "cmdYes" << false << "0";
         QTest::newRow("stored 1 shows ticked and stays") << "1" << true << "frame" << true << "1";
+        QTest::newRow("escape after an earlier yes cancels and keeps the tick")
+            << "0" << true << "escape" << true << "1";
+        QTest::newRow("escape stores an untick") << "1" << false << "escape" << true << "0";
     }
     void everyCloseStoresTheCheckBox()
     {
@@ -56,6 +59,8 @@ private slots:
         dialog.show();
         if (close == QLatin1String("frame"))
             dialog.close();
+        else if (close == QLatin1String("escape"))
+            QTest::keyClick(&dialog, Qt::Key_Escape);
         else
             QTest::mouseClick(dialog.findChild<QPushButton*>(close), Qt::LeftButton);
 

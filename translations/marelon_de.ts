@@ -365,6 +365,22 @@
         <translation>Der Halter ist nicht mehr in der Halterdatei. Es wurde nichts geändert.</translation>
     </message>
     <message>
+        <source>The holder file cannot hold these characters: %1</source>
+        <translation>Diese Zeichen kann die Halterdatei nicht speichern: %1</translation>
+    </message>
+    <message>
+        <source>Carried over from %1: confirm with Enter or edit</source>
+        <translation>Übernommen von %1: mit Enter bestätigen oder ändern</translation>
+    </message>
+    <message>
+        <source>Nothing was written. These fields still show a value carried over from another tool:</source>
+        <translation>Es wurde nichts geschrieben. Diese Felder zeigen noch einen Wert, der von einem anderen Werkzeug übernommen wurde:</translation>
+    </message>
+    <message>
+        <source>Press Enter in a field to keep its value for %1, or type the tool's own value.</source>
+        <translation>Enter in einem Feld übernimmt seinen Wert für %1; sonst den eigenen Wert des Werkzeugs eingeben.</translation>
+    </message>
+    <message>
         <extracomment>Numeric field validation</extracomment>
         <source>Bad data entered for -</source>
         <translation>Ungültige Eingabe für -</translation>

@@ -173,8 +173,7 @@ void Connect::PlaceButton(const Placement& button)
 {
     QString folder;
     ContinueOnError([&] { folder = WriteBitmaps(button.id); });
-    std::shared_ptr<host::CommandBarControl> control;
-    ContinueOnError([&] { control = AddButton(button); });
+    const auto control = AddButton(button);
     if (!control)
         return;
     ContinueOnError([&] {
@@ -199,18 +198,25 @@ QString Connect::WriteBitmaps(int id)
     return folder;
 }
 
-// Adds the command's button to its bar and returns the new control.
+// Adds the command's button to its bar and returns the new control (none when
+// the host refused it). Each host call is skipped on its own when it fails: a
+// refused separator still leaves the button where it belongs.
 std::shared_ptr<host::CommandBarControl> Connect::AddButton(const Placement& button)
 {
     const auto& bar = button.bar == Placement::MainBar ? mainBar_ : secondaryBar_;
     if (!bar)
         return nullptr;
     if (button.position == Placement::AfterSeparatorAtEnd)
-        bar->AddSeparator();
-    const int count = bar->ControlCount();
+        ContinueOnError([&] { bar->AddSeparator(); });
     const bool beforeLast = button.position == Placement::BeforeLastControl;
-    bar->AddControl(kButtonType, button.caption, commandHandles_[button.id], beforeLast ? count : count + 1);
-    return bar->Control(bar->ControlCount() - (beforeLast ? 1 : 0));
+    int count = 0;
+    ContinueOnError([&] { count = bar->ControlCount(); });
+    ContinueOnError([&] {
+        bar->AddControl(kButtonType, button.caption, commandHandles_[button.id], beforeLast ? count : count + 1);
+    });
+    std::shared_ptr<host::CommandBarControl> control;
+    ContinueOnError([&] { control = bar->Control(bar->ControlCount() - (beforeLast ? 1 : 0)); });
+    return control;
 }
 
 void Connect::AddHelpEntries()

@@ -7,7 +7,6 @@
 #include "numeric/NumberText.h"
 #include "ui_frmWarning.h"
 
-#include <QCloseEvent>
 
 namespace marelon {
 
@@ -48,8 +47,11 @@ void frmWarning::Form_Unload()
 void frmWarning::closeWith(bool cancel)
 {
     Flags().ncWarningCancel = cancel;
-    closingByButton_ = true;
-    close();
+    answered_ = true;
+    if (cancel)
+        reject();
+    else
+        accept();
 }
 
 void frmWarning::cmdYes_Click()
@@ -67,13 +69,13 @@ void frmWarning::cmdHelp_Click()
     OpenHelpTopic(*application_, kAddInHelpFile, QStringLiteral("posting.htm#Warning"));
 }
 
-void frmWarning::closeEvent(QCloseEvent* event)
+void frmWarning::done(int result)
 {
-    // Closed from the window frame: the same as No.
-    if (!closingByButton_)
+    // Closed from the window frame or with Escape: the same as No.
+    if (!answered_)
         Flags().ncWarningCancel = true;
     Form_Unload();
-    QDialog::closeEvent(event);
+    QDialog::done(result);
 }
 
 } // namespace marelon

@@ -31,7 +31,9 @@ public:
     void cmdHelp_Click();
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
+    // Every way of closing ends here: Yes, No, the window's close box and
+    // Escape. Closing without Yes cancels the NC code; the check box is stored.
+    void done(int result) override;
 
 private:
     void Form_Load();
@@ -40,7 +42,7 @@ private:
 
     std::unique_ptr<Ui::frmWarning> ui_;
     std::shared_ptr<host::Application> application_;
-    bool closingByButton_ = false;
+    bool answered_ = false;
 };
 
 } // namespace marelon

@@ -11,6 +11,7 @@
 #include "numeric/NumberText.h"
 #include "ui_frmAutoSync.h"
 
+#include <QItemSelectionModel>
 #include <QLocale>
 
 namespace marelon {
@@ -96,30 +97,55 @@ void frmAutoSync::exchangeTexts(int first, int second)
     b->setText(text);
 }
 
+QList<bool> frmAutoSync::selectedRows() const
+{
+    QList<bool> selected;
+    for (int i = 0; i < ui_->lstOperations->count(); ++i)
+        selected.append(ui_->lstOperations->item(i)->isSelected());
+    return selected;
+}
+
+// The selection after a move, set and settled in one step: the user's next
+// click (Shift-click included) starts from it and never brings back an entry
+// that the move took out of the selection.
+void frmAutoSync::selectRows(const QList<bool>& selected)
+{
+    QListWidget& list = *ui_->lstOperations;
+    QItemSelection selection;
+    for (int i = 0; i < selected.size(); ++i) {
+        if (selected[i])
+            selection.select(list.model()->index(i, 0), list.model()->index(i, 0));
+    }
+    list.selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    list.selectionModel()->select(QItemSelection(), QItemSelectionModel::Select); // settles it
+}
+
 // Each selected entry moves one place up; a selected first entry stays.
 void frmAutoSync::cmdUp_Click()
 {
-    QListWidget& list = *ui_->lstOperations;
-    for (int i = 1; i < list.count(); ++i) {
-        if (list.item(i)->isSelected()) {
-            list.item(i - 1)->setSelected(true);
+    QList<bool> selected = selectedRows();
+    for (int i = 1; i < selected.size(); ++i) {
+        if (selected[i]) {
+            selected[i - 1] = true;
             exchangeTexts(i - 1, i);
-            list.item(i)->setSelected(false);
+            selected[i] = false;
         }
     }
+    selectRows(selected);
 }
 
 // Each selected entry moves one place down; a selected last entry stays.
 void frmAutoSync::cmdDown_Click()
 {
-    QListWidget& list = *ui_->lstOperations;
-    for (int i = list.count() - 2; i >= 0; --i) {
-        if (list.item(i)->isSelected()) {
-            list.item(i)->setSelected(false);
+    QList<bool> selected = selectedRows();
+    for (int i = int(selected.size()) - 2; i >= 0; --i) {
+        if (selected[i]) {
+            selected[i] = false;
             exchangeTexts(i, i + 1);
-            list.item(i + 1)->setSelected(true);
+            selected[i + 1] = true;
         }
     }
+    selectRows(selected);
 }
 
 void frmAutoSync::cmdOK_Click()

@@ -38,6 +38,8 @@ public:
 private:
     void Form_Load();
     QStringList ListTexts() const;
+    QList<bool> selectedRows() const;
+    void selectRows(const QList<bool>& selected);
     void exchangeTexts(int first, int second);
 
     std::unique_ptr<Ui::frmAutoSync> ui_;

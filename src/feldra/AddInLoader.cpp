@@ -56,13 +56,15 @@ bool AddInLoader::Load(const QString& progId, const QString& modulePath, int con
         loaded->library->unload();
         return fail(QStringLiteral("the module does not create this add-in"));
     }
-    // The add-ins' folder is the folder of the first module loaded; the
-    // add-in finds the files delivered with it there (its holder libraries).
-    if (host_.App().addInFolder.isEmpty())
-        host_.App().addInFolder = QFileInfo(modulePath).absolutePath() + QLatin1Char('/');
+    // Each add-in's folder is the folder of its own module: the add-in finds
+    // the files delivered with it there (Marelon its holder libraries).
+    auto application = host_.ApplicationFor(progId);
+    for (AddInData& addIn : host_.App().addIns)
+        if (addIn.progId == progId)
+            addIn.folder = QFileInfo(modulePath).absolutePath() + QLatin1Char('/');
     QVariantList custom;
     const bool connected = CallAddIn(kConnection, [&] {
-        loaded->addIn->OnConnection(host_.ApplicationFor(progId), connectMode, QVariant(), custom);
+        loaded->addIn->OnConnection(application, connectMode, QVariant(), custom);
     });
     if (!connected) {
         loaded->addIn.reset();

@@ -46,12 +46,13 @@ struct CommandData {
 struct AddInData {
     QString progId;
     int cookie = 0;
+    QString folder{}; // the folder of the add-in's module; empty when it was not loaded from one
 };
 
 struct ApplicationData {
     QString installFolder;   // each folder ends with a path separator
     QString temporaryFolder;
-    QString addInFolder;
+    QString addInFolder;     // the folder of an add-in that was not loaded from a module
     int languageCode = 1033;
     QList<int> helpLanguages{1033, 1031}; // the languages with a help folder
     QList<AddInData> addIns;

@@ -269,7 +269,14 @@ std::shared_ptr<host::Document> ApplicationView::ActiveDocument()
 
 QString ApplicationView::InstallFolder() { return get("Application.InstallFolder", ctx().app.installFolder); }
 QString ApplicationView::TemporaryFolder() { return get("Application.TemporaryFolder", ctx().app.temporaryFolder); }
-QString ApplicationView::AddInFolder() { return get("Application.AddInFolder", ctx().app.addInFolder); }
+QString ApplicationView::AddInFolder()
+{
+    QString folder = ctx().app.addInFolder;
+    for (const AddInData& addIn : ctx().app.addIns)
+        if (addIn.cookie == cookie_ && !addIn.folder.isEmpty())
+            folder = addIn.folder;
+    return get("Application.AddInFolder", folder);
+}
 
 std::shared_ptr<host::AddInCommands> ApplicationView::AddInCommands()
 {

@@ -5,11 +5,14 @@
 #include "addin/host/Document.h"
 #include "addin/ui/HelpAccess.h"
 #include "addin/ui/UiServices.h"
+#include "numeric/Encode.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
 #include "tooldata/ControlHandler.h"
+#include "tooldata/Windows1252.h"
 
-#include <QEvent>
+#include <QApplication>
+#include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -88,6 +91,8 @@ std::optional<HolderRecord> HolderDialog::CheckedHolder()
         refuse(Tr(QStringLiteral("Please enter a Holder Name.")));
         return std::nullopt;
     }
+    if (!FitsTheFile(name, QStringLiteral("Invalid Holder Name.")))
+        return std::nullopt;
     if (!numeric::ValidateNumber(c_.lblXShift->text(), *c_.txtXShift)
         || !numeric::ValidateNumber(c_.lblZShift->text(), *c_.txtZShift)
         || !numeric::ValidateNumber(c_.lblYShift->text(), *c_.txtYShift)
@@ -103,6 +108,8 @@ std::optional<HolderRecord> HolderDialog::CheckedHolder()
         refuse(Tr(QStringLiteral("Please enter a Holder Description.")));
         return std::nullopt;
     }
+    if (!FitsTheFile(description, QStringLiteral("Invalid Holder Description.")))
+        return std::nullopt;
 
     const int units = DocumentUnits();
     HolderRecord holder;
@@ -127,8 +134,55 @@ void HolderDialog::cmdHelp_Click()
     OpenHelpTopic(*application_, kAddInHelpFile, QStringLiteral("TooData.htm#Holder"));
 }
 
-void HolderDialog::ShiftField_LostFocus(QLineEdit&)
+bool HolderDialog::FitsTheFile(const QString& text, const QString& invalid)
 {
+    const QString outside = CharactersOutsideWindows1252(text);
+    if (outside.isEmpty())
+        return true;
+    QStringList characters;
+    for (const char32_t c : outside.toUcs4())
+        characters.append(QString::fromUcs4(&c, 1));
+    return refuse(Tr(invalid) + QStringLiteral("\r\n")
+                  + Tr(QStringLiteral("The holder file cannot hold these characters: %1"))
+                        .arg(characters.join(QLatin1Char(' '))));
+}
+
+void HolderDialog::ShowShift(QLineEdit& field, const QString& text)
+{
+    field.setText(text);
+    shownShifts_.insert(&field, text);
+}
+
+void HolderDialog::ShiftField_LostFocus(QLineEdit& field)
+{
+    // Only what the user typed: a value this dialog wrote is in the user's
+    // locale (decimal comma, grouping), which the evaluator does not read.
+    if (field.text().isEmpty() || field.text() == shownShifts_.value(&field))
+        return;
+    double result = 0;
+    if (numeric::Evaluate(field.text(), result) == numeric::kEvalOk) {
+        ShowShift(field, numeric::Format(result, QStringLiteral("##,##0.000000")));
+        return;
+    }
+    MsgBox(Tr(QStringLiteral("Invalid Expression")), host::MsgButtons::OK, host::MsgIcon::Information,
+           Tr(QStringLiteral("Error")));
+    field.selectAll();
+    field.setFocus();
+}
+
+void HolderDialog::txtXShift_LostFocus()
+{
+    ShiftField_LostFocus(*c_.txtXShift);
+}
+
+void HolderDialog::txtYShift_LostFocus()
+{
+    ShiftField_LostFocus(*c_.txtYShift);
+}
+
+void HolderDialog::txtZShift_LostFocus()
+{
+    ShiftField_LostFocus(*c_.txtZShift);
 }
 
 bool HolderDialog::eventFilter(QObject* watched, QEvent* event)
@@ -139,7 +193,18 @@ bool HolderDialog::eventFilter(QObject* watched, QEvent* event)
         QTimer::singleShot(0, field, &QLineEdit::selectAll);
     } else if (field && event->type() == QEvent::FocusOut
                && (field == c_.txtXShift || field == c_.txtYShift || field == c_.txtZShift)) {
-        RunControlHandler([this, field] { ShiftField_LostFocus(*field); });
+        // The focus leaving the dialog (Escape, the close box, another
+        // window) or going to Cancel evaluates nothing: the user is not
+        // moving on to the next field.
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        const bool leavingTheDialog = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason
+            || !isVisible() || QApplication::focusWidget() == c_.cmdCancel;
+        if (!leavingTheDialog) {
+            // The field has lost the focus before its handler runs, which may give it back.
+            static_cast<QObject*>(field)->event(event);
+            RunControlHandler([this, field] { ShiftField_LostFocus(*field); });
+            return true;
+        }
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 #include "tooldata/HolderLibrary.h"
 
 #include <QDialog>
+#include <QHash>
 
 #include <memory>
 #include <optional>
@@ -53,7 +54,10 @@ struct HolderControls {
 
 // What New Holder and Edit Holder have in common: the holder file they
 // change, the captions, the OK checks and the buttons. Every text field
-// selects its whole text when it gets the focus.
+// selects its whole text when it gets the focus; a shift field that the user
+// has typed in is evaluated as an expression when the focus leaves it for
+// another control of the dialog. Cancel, the close box and Escape close the
+// dialog without writing and without evaluating a field.
 class HolderDialog : public QDialog {
 public:
     ~HolderDialog() override;
@@ -62,6 +66,9 @@ public:
 
     void cmdCancel_Click();
     void cmdHelp_Click();
+    void txtXShift_LostFocus();
+    void txtYShift_LostFocus();
+    void txtZShift_LostFocus();
 
 protected:
     HolderDialog(std::shared_ptr<host::Application> application, QString holderFile, QWidget* parent);
@@ -78,16 +85,22 @@ protected:
     // The document's unit code (70 inches, 71 millimetres).
     int DocumentUnits();
 
-    // A shift field has lost the focus (Edit Holder evaluates it).
-    virtual void ShiftField_LostFocus(QLineEdit& field);
+    // Shows a value in a shift field; the dialog's own text is not evaluated.
+    void ShowShift(QLineEdit& field, const QString& text);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-
 private:
+    // A shift field has lost the focus: what the user typed there is evaluated.
+    void ShiftField_LostFocus(QLineEdit& field);
+    // The name or the description as the holder file can hold it; a message
+    // naming the characters it cannot hold when it cannot.
+    bool FitsTheFile(const QString& text, const QString& invalid);
+
     std::shared_ptr<host::Application> application_;
     QString holderFile_;
     HolderControls c_{};
+    QHash<const QLineEdit*, QString> shownShifts_; // the text the dialog put into each shift field
 };
 
 } // namespace marelon

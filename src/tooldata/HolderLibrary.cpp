@@ -2,6 +2,7 @@
 
 #include "addin/UnitConversion.h"
 #include "numeric/NumberText.h"
+#include "tooldata/Windows1252.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -127,8 +128,8 @@ std::optional<HolderRecord> parseRecord(const QByteArray& line)
         numbers[size_t(i)] = *value;
     }
     HolderRecord record;
-    record.name = QString::fromLatin1(f0.text);
-    record.description = QString::fromLatin1(f1.text);
+    record.name = FromWindows1252(f0.text);
+    record.description = FromWindows1252(f1.text);
     record.xShift = numbers[0];
     record.zShift = numbers[1];
     record.yShift = numbers[2];
@@ -144,7 +145,7 @@ std::optional<HolderRecord> parseRecord(const QByteArray& line)
 
 QByteArray quoted(const QString& text)
 {
-    return kQuote + text.toLatin1() + kQuote;
+    return kQuote + ToWindows1252(text) + kQuote;
 }
 
 QByteArray number(double value)
@@ -152,7 +153,7 @@ QByteArray number(double value)
     return numeric::NumberToInvariantText(value).toLatin1();
 }
 
-bool replaceFile(const QString& path, const QByteArray& contents)
+bool saveFile(const QString& path, const QByteArray& contents)
 {
     // Unbuffered, so that a short write (a full disk) shows in write()'s count:
     // a buffered flush at commit takes a short write for success.
@@ -164,6 +165,26 @@ bool replaceFile(const QString& path, const QByteArray& contents)
         return false;
     }
     return file.commit();
+}
+
+// Rewrites a library file; the file as it was before stays beside it as
+// "<file>.bak". When the copy cannot be made, the library is not touched.
+bool replaceFile(const QString& path, const std::optional<QByteArray>& previous, const QByteArray& contents)
+{
+    if (previous && !saveFile(BackupPath(path), *previous))
+        return false;
+    return saveFile(path, contents);
+}
+
+// The file's contents; none when it does not exist, an error when it cannot be read.
+std::optional<QByteArray> readExisting(const QString& path, bool& readable)
+{
+    readable = true;
+    if (!QFileInfo::exists(path))
+        return std::nullopt;
+    QFile file(path);
+    readable = file.open(QIODevice::ReadOnly);
+    return file.readAll();
 }
 
 } // namespace
@@ -245,26 +266,33 @@ QByteArray HolderLine(const HolderRecord& r)
         + ',' + number(r.gearRatio1) + ',' + number(r.gearRatio2) + "\r\n";
 }
 
+QString BackupPath(const QString& path)
+{
+    return path + QStringLiteral(".bak");
+}
+
 bool AppendHolder(const QString& path, const HolderRecord& record)
 {
-    QByteArray contents;
-    if (QFileInfo::exists(path)) {
-        QFile old(path);
-        if (!old.open(QIODevice::ReadOnly))
-            return false;
-        contents = old.readAll();
-        if (!contents.isEmpty() && !contents.endsWith('\n'))
-            contents += "\r\n"; // a last line without its end stays a line of its own
-    }
-    return replaceFile(path, contents + HolderLine(record));
+    bool readable = true;
+    const auto previous = readExisting(path, readable);
+    if (!readable)
+        return false;
+    QByteArray contents = previous.value_or(QByteArray());
+    if (!contents.isEmpty() && !contents.endsWith('\n'))
+        contents += "\r\n"; // a last line without its end stays a line of its own
+    return replaceFile(path, previous, contents + HolderLine(record));
 }
 
 bool WriteHolderFile(const QString& path, const QList<HolderRecord>& records)
 {
+    bool readable = true;
+    const auto previous = readExisting(path, readable);
+    if (!readable)
+        return false;
     QByteArray contents;
     for (const auto& record : records)
         contents += HolderLine(record);
-    return replaceFile(path, contents);
+    return replaceFile(path, previous, contents);
 }
 
 int DeleteHolder(const QString& path, int index)

@@ -14,7 +14,8 @@
 //    name      description    X  Z    Y   rotation gear1 gear2
 //
 // Strings are in double quotes without escaping (names and descriptions never
-// hold a quote); numbers use "." and no grouping. Shifts are in inches.
+// hold a quote), in the Windows-1252 code page; numbers use "." and no
+// grouping. Shifts are in inches.
 namespace marelon {
 
 struct HolderRecord {
@@ -66,7 +67,13 @@ QList<HolderRecord> ReadHolderFile(const QString& path);
 QByteArray HolderLine(const HolderRecord& record);
 
 // Every change replaces the file atomically: when it fails (false), the file
-// is left exactly as it was.
+// is left exactly as it was. The file as it was before the change is kept
+// beside it as "<file>.bak" (replacing the copy of the change before), so
+// that a change made by mistake is one copy away from undone; when that copy
+// cannot be written, nothing is changed.
+
+// The copy of a library file from before its last change.
+QString BackupPath(const QString& path);
 
 // Adds the record as a new last line, creating the file if needed.
 bool AppendHolder(const QString& path, const HolderRecord& record);

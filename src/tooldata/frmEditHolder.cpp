@@ -2,7 +2,6 @@
 
 #include "addin/UnitConversion.h"
 #include "addin/ui/UiServices.h"
-#include "numeric/Encode.h"
 #include "numeric/NumberText.h"
 #include "tooldata/ControlHandler.h"
 #include "ui_frmEditHolder.h"
@@ -38,9 +37,9 @@ void frmEditHolder::Form_Load(const QString& holderName)
     ui_->txtHolderDesc->setText(holder.description);
     ui_->txtGear1->setText(numeric::NumberToText(holder.gearRatio1));
     ui_->txtGear2->setText(numeric::NumberToText(holder.gearRatio2));
-    ui_->txtXShift->setText(HolderShiftText(holder.xShift, units));
-    ui_->txtZShift->setText(HolderShiftText(holder.zShift, units));
-    ui_->txtYShift->setText(HolderShiftText(holder.yShift, units));
+    ShowShift(*ui_->txtXShift, HolderShiftText(holder.xShift, units));
+    ShowShift(*ui_->txtZShift, HolderShiftText(holder.zShift, units));
+    ShowShift(*ui_->txtYShift, HolderShiftText(holder.yShift, units));
     (holder.spindleRotation == -1 ? ui_->opForward : ui_->opReverse)->setChecked(true);
 }
 
@@ -56,38 +55,6 @@ void frmEditHolder::cmdOK_Click()
     holders_[edited_] = *holder;
     WriteHolderFile(HolderFile(), holders_);
     accept();
-}
-
-void frmEditHolder::ShiftField_LostFocus(QLineEdit& field)
-{
-    // Only what the user typed: a value this dialog wrote is in the user's
-    // locale (decimal comma, grouping), which the evaluator does not read.
-    if (field.text().isEmpty() || !field.isModified())
-        return;
-    double result = 0;
-    if (numeric::Evaluate(field.text(), result) == numeric::kEvalOk) {
-        field.setText(numeric::Format(result, QStringLiteral("##,##0.000000")));
-        return;
-    }
-    MsgBox(Tr(QStringLiteral("Invalid Expression")), host::MsgButtons::OK, host::MsgIcon::Information,
-           Tr(QStringLiteral("Error")));
-    field.selectAll();
-    field.setFocus();
-}
-
-void frmEditHolder::txtXShift_LostFocus()
-{
-    ShiftField_LostFocus(*ui_->txtXShift);
-}
-
-void frmEditHolder::txtYShift_LostFocus()
-{
-    ShiftField_LostFocus(*ui_->txtYShift);
-}
-
-void frmEditHolder::txtZShift_LostFocus()
-{
-    ShiftField_LostFocus(*ui_->txtZShift);
 }
 
 } // namespace marelon

@@ -21,16 +21,9 @@ public:
     ~frmEditHolder() override;
 
     void cmdOK_Click();
-    // A shift field that the user changed is evaluated as an expression.
-    void txtXShift_LostFocus();
-    void txtYShift_LostFocus();
-    void txtZShift_LostFocus();
 
     // The position in the file of the holder edited; -1 when none has its name.
     int EditedIndex() const { return edited_; }
-
-protected:
-    void ShiftField_LostFocus(QLineEdit& field) override;
 
 private:
     void Form_Load(const QString& holderName);

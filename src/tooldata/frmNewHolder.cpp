@@ -23,7 +23,7 @@ void frmNewHolder::Form_Load()
     ui_->txtHolderName->clear();
     ui_->txtHolderDesc->clear();
     for (QLineEdit* shift : {ui_->txtXShift, ui_->txtZShift, ui_->txtYShift})
-        shift->setText(QStringLiteral("0"));
+        ShowShift(*shift, QStringLiteral("0"));
     ui_->txtGear1->setText(QStringLiteral("1"));
     ui_->txtGear2->setText(QStringLiteral("1"));
     ui_->opForward->setChecked(true);

@@ -137,6 +137,17 @@ QString firstLine(const QString& comment)
     return end < 0 ? comment : comment.left(end);
 }
 
+// A tool as the grid names it: "T" and its number ("T07").
+QString toolName(host::Tool& tool)
+{
+    QString name = QStringLiteral("T?");
+    skipOnFailure([&] { name = QStringLiteral("T") + numeric::Format(tool.Number(), QStringLiteral("00")); });
+    return name;
+}
+
+// The look of a Tool field that still shows another tool's value.
+const QColor kCarriedOverBackground(0xFF, 0xD8, 0x8A); // amber
+
 QTableWidgetItem* fixedCell(const QString& text)
 {
     auto* item = new QTableWidgetItem(text);
@@ -190,10 +201,13 @@ frmToolData::frmToolData(std::shared_ptr<host::Application> application, QWidget
     ui_->ToolGrid->viewport()->installEventFilter(this);
     ui_->ToolGrid->installEventFilter(this);
     ui_->EditBox->installEventFilter(this);
-    for (QLineEdit* field : {ui_->txtToolXShift, ui_->txtToolYShift, ui_->txtToolZShift})
+    for (QLineEdit* field : {ui_->txtToolXShift, ui_->txtToolYShift, ui_->txtToolZShift}) {
         field->installEventFilter(this);
+        connect(field, &QLineEdit::textEdited, this, [this, field] { ConfirmToolField(*field); });
+    }
 
     Form_Load();
+    SizeSettingsColumns();
 }
 
 frmToolData::~frmToolData() = default;
@@ -230,6 +244,49 @@ void frmToolData::Form_Load()
         ToolListUpdate();
     }
     ui_->EditBox->hide();
+}
+
+// The columns of values keep one width whatever the holder shows: each is
+// as wide as the longest shift text (a sign and 15 digits); every value box
+// is as high as a text box, so that the rows line up; the description wraps.
+void frmToolData::SizeSettingsColumns()
+{
+    QLabel& sample = *ui_->txtHolderXShift;
+    const QString shown = sample.text();
+    sample.setText(QStringLiteral("-0.000000000000000"));
+    const int width = std::max(sample.sizeHint().width(), ui_->txtToolXShift->minimumSizeHint().width());
+    sample.setText(shown);
+    const int height = ui_->txtToolXShift->sizeHint().height();
+    for (QLabel* box : {ui_->txtHolderXShift, ui_->txtHolderYShift, ui_->txtHolderZShift, ui_->lblHolderSpdlRot,
+                        ui_->lblFeldraSpdlRot, ui_->lblGear1, ui_->lblTo, ui_->lblGear2, ui_->lblToolComment}) {
+        box->setMinimumHeight(height);
+        box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+    for (QLineEdit* field : {ui_->txtToolXShift, ui_->txtToolYShift, ui_->txtToolZShift, ui_->txtFeldraXShift,
+                             ui_->txtFeldraYShift, ui_->txtFeldraZShift})
+        field->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QGridLayout& grid = *ui_->settingsLayout;
+    for (int column = 1; column <= 3; ++column) {
+        grid.setColumnMinimumWidth(column, width);
+        grid.setColumnStretch(column, 1);
+    }
+    descriptionWidth_ = 3 * width + 2 * grid.horizontalSpacing();
+    ui_->lblHolderDesc->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    ui_->lblHolderDesc->setWordWrap(true);
+    ShowHolderDescription(ui_->lblHolderDesc->text());
+}
+
+// The whole description, on as many lines as it needs at the narrowest the
+// dialog can be (two at least, so that most holders take the same room).
+void frmToolData::ShowHolderDescription(const QString& description)
+{
+    QLabel& label = *ui_->lblHolderDesc;
+    label.setText(description);
+    label.setToolTip(description);
+    if (descriptionWidth_ <= 0)
+        return;
+    const int twoLines = 2 * label.fontMetrics().lineSpacing() + 2 * label.frameWidth() + 2 * label.margin();
+    label.setMinimumHeight(std::max(twoLines, label.heightForWidth(descriptionWidth_)));
 }
 
 void frmToolData::SetCaptions()
@@ -331,8 +388,9 @@ void frmToolData::EmptyHolderList()
 {
     ui_->cmbHolders->clear();
     holders_.clear();
-    for (QLabel* field : {ui_->lblHolderDesc, ui_->txtHolderXShift, ui_->txtHolderYShift, ui_->txtHolderZShift,
-                          ui_->lblHolderSpdlRot, ui_->lblGear1, ui_->lblGear2})
+    ShowHolderDescription(QString());
+    for (QLabel* field : {ui_->txtHolderXShift, ui_->txtHolderYShift, ui_->txtHolderZShift, ui_->lblHolderSpdlRot,
+                          ui_->lblGear1, ui_->lblGear2})
         field->clear();
 }
 
@@ -343,8 +401,7 @@ void frmToolData::cmbHolders_Click()
         return;
     const HolderRecord& holder = holders_[position];
     const int units = DocumentUnits();
-    ui_->lblHolderDesc->setText(holder.description);
-    ui_->lblHolderDesc->setToolTip(holder.description); // the whole text when the box cuts it
+    ShowHolderDescription(holder.description);
     ui_->txtHolderXShift->setText(HolderShiftText(holder.xShift, units));
     ui_->txtHolderZShift->setText(HolderShiftText(holder.zShift, units));
     ui_->txtHolderYShift->setText(HolderShiftText(holder.yShift, units));
@@ -417,13 +474,85 @@ void frmToolData::ShowHolderInformation()
 
 void frmToolData::GetToolShift()
 {
-    const ToolShiftFields shift = ToolShiftFromGeometry(*currentTool_);
+    ToolShiftFields shift;
+    try {
+        shift = ToolShiftFromGeometry(*currentTool_);
+    } catch (...) {
+        ShowToolShift({}); // the geometry could not be read: every field keeps its text
+        throw;
+    }
+    ShowToolShift(shift);
+}
+
+// A field whose value the tool's geometry gives shows it; any other keeps its
+// text, and is marked as carried over when that text belongs to another tool.
+void frmToolData::ShowToolShift(const ToolShiftFields& shift)
+{
     const std::pair<const std::optional<double>&, QLineEdit*> fields[] = {
         {shift.x, ui_->txtToolXShift}, {shift.z, ui_->txtToolZShift}, {shift.y, ui_->txtToolYShift}};
     for (const auto& [value, field] : fields) {
-        if (value)
+        if (value) {
             field->setText(numeric::NumberToText(*value));
+            ConfirmToolField(*field);
+            continue;
+        }
+        const ToolPtr source = toolFieldSource_.value(field);
+        ShowCarriedOver(*field, source && source != currentTool_ ? toolName(*source) : QString());
     }
+}
+
+void frmToolData::ConfirmToolField(QLineEdit& field)
+{
+    toolFieldSource_.insert(&field, currentTool_);
+    ShowCarriedOver(field, QString());
+}
+
+void frmToolData::ShowCarriedOver(QLineEdit& field, const QString& fromTool)
+{
+    if (fromTool.isEmpty()) {
+        field.setFont(QFont()); // the dialog's own look again
+        field.setPalette(QPalette());
+        field.setToolTip(QString());
+        carriedFrom_.remove(&field);
+        return;
+    }
+    QFont italic;
+    italic.setItalic(true);
+    field.setFont(italic);
+    QPalette amber;
+    amber.setColor(QPalette::Base, kCarriedOverBackground);
+    field.setPalette(amber);
+    field.setToolTip(Tr(QStringLiteral("Carried over from %1: confirm with Enter or edit")).arg(fromTool));
+    carriedFrom_.insert(&field, fromTool);
+}
+
+// Nothing is written while a Tool field shows another tool's value: the
+// message names the fields, the first of them gets the focus.
+bool frmToolData::RefuseCarriedOverFields()
+{
+    const std::pair<QLineEdit*, const char*> fields[] = {{ui_->txtToolXShift, "Tool X Shift"},
+                                                         {ui_->txtToolZShift, "Tool Z Shift"},
+                                                         {ui_->txtToolYShift, "Tool Y Shift"}};
+    QStringList carried;
+    QLineEdit* first = nullptr;
+    for (const auto& [field, caption] : fields) {
+        const QString from = CarriedOverFrom(*field);
+        if (from.isEmpty())
+            continue;
+        carried.append(Tr(QString::fromLatin1(caption)) + QStringLiteral(" (") + from + QLatin1Char(')'));
+        if (!first)
+            first = field;
+    }
+    if (!first)
+        return false;
+    const QString crLf = QStringLiteral("\r\n");
+    MsgBox(Tr(QStringLiteral("Nothing was written. These fields still show a value carried over from another tool:"))
+           + crLf + carried.join(crLf) + crLf + crLf
+           + Tr(QStringLiteral("Press Enter in a field to keep its value for %1, or type the tool's own value."))
+                 .arg(toolName(*currentTool_)));
+    first->setFocus();
+    first->selectAll();
+    return true;
 }
 
 void frmToolData::cmdSetData_Click()
@@ -434,6 +563,8 @@ void frmToolData::cmdSetData_Click()
         MsgBox(Tr(QStringLiteral("Please select a holder before setting the tool data.")));
         return;
     }
+    if (RefuseCarriedOverFields())
+        return;
     host::Tool& tool = *currentTool_;
     auto document = application_->ActiveDocument();
     document->setUpdateState(false);
@@ -701,6 +832,16 @@ bool frmToolData::eventFilter(QObject* watched, QEvent* event)
             RunControlHandler([&] { EditBox_KeyDown(key); });
             return true;
         }
+        if (key == Qt::Key_Escape) {
+            // Escape leaves the cell as it was; the dialog stays open.
+            grid.setFocus();
+            EditBox_LostFocus();
+            return true;
+        }
+    } else if (type == QEvent::KeyPress && isEnter(static_cast<QKeyEvent*>(event)->key())
+               && (watched == ui_->txtToolXShift || watched == ui_->txtToolYShift || watched == ui_->txtToolZShift)) {
+        ConfirmToolField(*static_cast<QLineEdit*>(watched));
+        return true;
     } else if (watched == ui_->EditBox && type == QEvent::FocusOut) {
         EditBox_LostFocus();
     } else if (type == QEvent::FocusIn) {

@@ -4,6 +4,7 @@
 #include "tooldata/modToolData.h"
 
 #include <QDialog>
+#include <QHash>
 
 #include <memory>
 
@@ -54,6 +55,8 @@ public:
     void txtToolXShift_GotFocus();
     void txtToolYShift_GotFocus();
     void txtToolZShift_GotFocus();
+    // Enter in a Tool field, or typing in it, confirms its value for the current tool.
+    void ConfirmToolField(QLineEdit& field);
 
     void ShowHolderInformation();
     void GetToolShift();
@@ -66,6 +69,10 @@ public:
     const QList<ToolPtr>& SortedTools() const { return sortedTools_; }
     const ToolPtr& CurrentTool() const { return currentTool_; }
     bool BackSpindleChoice() const { return backSpindleChoice_; }
+    // The tool ("T07") whose value a Tool field still shows for another tool,
+    // until the user confirms or edits it; empty when the field is the current
+    // tool's own (or the dialog's first "0").
+    QString CarriedOverFrom(const QLineEdit& field) const { return carriedFrom_.value(&field); }
     QMenu* MnuContext() const { return mnuContext_; }
 
 protected:
@@ -88,6 +95,13 @@ private:
     void OpenEditBox();
     void CommitEditBox();
     void SetBoldRow(int row);
+    void ShowToolShift(const ToolShiftFields& shift);
+    // Shows a Tool field as carried over from the named tool, or (empty) as the current tool's own.
+    void ShowCarriedOver(QLineEdit& field, const QString& fromTool);
+    // Set Data's refusal while a Tool field still shows another tool's value.
+    bool RefuseCarriedOverFields();
+    void SizeSettingsColumns();
+    void ShowHolderDescription(const QString& description);
     int DocumentUnits();
     QString MachineName() const;
 
@@ -103,6 +117,9 @@ private:
     QList<HolderRecord> holders_;
     QString sToolDataFile_;
     bool backSpindleChoice_ = false;
+    QHash<const QLineEdit*, ToolPtr> toolFieldSource_; // the tool each Tool field's value belongs to
+    QHash<const QLineEdit*, QString> carriedFrom_;
+    int descriptionWidth_ = 0; // the description's width in the narrowest dialog
 };
 
 } // namespace marelon

@@ -104,11 +104,8 @@ void MacroControl::setListIndex(int index)
             return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(combo->count()));
         combo->setCurrentIndex(index);
         emit combo->activated(index);
-    } else if (auto* list = qobject_cast<QListWidget*>(w)) {
-        if (index < 0 || index >= list->count())
-            return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(list->count()));
-        list->setCurrentRow(index);
-        emit list->itemClicked(list->item(index));
+    } else if (qobject_cast<QListWidget*>(w)) {
+        clickEntry(index, Qt::NoModifier);
     } else if (auto* tabs = qobject_cast<QTabWidget*>(w)) {
         if (index < 0 || index >= tabs->count())
             return fail(QStringLiteral("no tab %1 (there are %2)").arg(index).arg(tabs->count()));
@@ -207,6 +204,53 @@ void MacroControl::clickCell(int row, int column)
         const Qt::MouseButtons buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
         QMouseEvent event(type, at, table->viewport()->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
         QCoreApplication::sendEvent(table->viewport(), &event);
+    }
+}
+
+QList<int> MacroControl::selection() const
+{
+    QList<int> rows;
+    auto* list = qobject_cast<QListWidget*>(widget());
+    if (!list) {
+        if (control_)
+            fail(QStringLiteral("a %1 is not a list of entries").arg(type()));
+        return rows;
+    }
+    for (int row = 0; row < list->count(); ++row)
+        if (list->item(row)->isSelected())
+            rows.append(row);
+    return rows;
+}
+
+QStringList MacroControl::selectedEntries() const
+{
+    QStringList texts;
+    const QList<int> rows = selection();
+    if (auto* list = qobject_cast<QListWidget*>(control_.data()))
+        for (const int row : rows)
+            texts.append(list->item(row)->text());
+    return texts;
+}
+
+void MacroControl::ctrlClick(int index) { clickEntry(index, Qt::ControlModifier); }
+void MacroControl::shiftClick(int index) { clickEntry(index, Qt::ShiftModifier); }
+
+void MacroControl::clickEntry(int index, Qt::KeyboardModifiers modifiers)
+{
+    auto* list = qobject_cast<QListWidget*>(widget());
+    if (!list)
+        return fail(QStringLiteral("a %1 is not a list of entries").arg(type()));
+    if (!list->isEnabled())
+        return fail(QStringLiteral("the list is disabled"));
+    if (index < 0 || index >= list->count())
+        return fail(QStringLiteral("no entry %1 (the list has %2)").arg(index).arg(list->count()));
+    QListWidgetItem* item = list->item(index);
+    list->scrollToItem(item);
+    const QPointF at = list->visualItemRect(item).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, at, list->viewport()->mapToGlobal(at), Qt::LeftButton, buttons, modifiers);
+        QCoreApplication::sendEvent(list->viewport(), &event);
     }
 }
 

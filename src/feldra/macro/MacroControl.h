@@ -26,6 +26,8 @@ class MacroControl : public QObject {
     Q_PROPERTY(bool enabled READ enabled)
     Q_PROPERTY(bool visible READ visible)
     Q_PROPERTY(int rowCount READ rowCount)
+    Q_PROPERTY(QList<int> selection READ selection)
+    Q_PROPERTY(QStringList selectedEntries READ selectedEntries)
 public:
     MacroControl(QWidget* control, const QString& formName);
 
@@ -41,6 +43,9 @@ public:
     bool enabled() const;
     bool visible() const;
     int rowCount() const;
+    // The positions and the texts of a list's selected entries, in list order.
+    QList<int> selection() const;
+    QStringList selectedEntries() const;
 
     Q_INVOKABLE void click();
     Q_INVOKABLE void leave();
@@ -50,11 +55,17 @@ public:
     Q_INVOKABLE QString cell(int row, int column) const;
     // Clicks a grid cell with the left mouse button, as a user does.
     Q_INVOKABLE void clickCell(int row, int column);
+    // Clicks a list entry with Ctrl held (the entry joins or leaves the
+    // selection) or with Shift held (the entries from the last click's on).
+    Q_INVOKABLE void ctrlClick(int index);
+    Q_INVOKABLE void shiftClick(int index);
 
 private:
     QWidget* widget() const;
     void fail(const QString& problem) const;
     QTableWidget* gridOf(int row, int column) const;
+    // A left click on a list entry, with the keys held that the user holds.
+    void clickEntry(int index, Qt::KeyboardModifiers modifiers);
 
     QPointer<QWidget> control_;
     QString formName_;
