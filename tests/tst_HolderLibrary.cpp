@@ -1,3 +1,4 @@
+#include "addin/settings/MachineCodes.h"
 #include "tooldata/HolderLibrary.h"
 #include "tooldata/modToolData.h"
 #include "tooldata/Windows1252.h"
@@ -335,7 +336,7 @@ private slots:
         const QStringList c{"GTF6010L", "U30B", "U31B", "GDF905"};
         const QHash<QString, QStringList> patternHolders{
             {"L5 16-20", l5}, {"L7 16-20", l7}, {"M2-3 20-32", m23}, {"C12-16", c}, {"C20-32", c}};
-        for (const QString& machine : MachineNames(false)) {
+        for (const QString& machine : MachineModelNames(false)) {
             QStringList names;
             bool backSpindle = false;
             for (const auto& record : ReadHolderFile(HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine))) {
@@ -353,7 +354,7 @@ private slots:
     // one (to 15 significant digits) and a millimetre part gets -22, not -21.99894.
     void metricLibrariesHoldExactMillimetres()
     {
-        for (const QString& machine : MachineNames(false)) {
+        for (const QString& machine : MachineModelNames(false)) {
             const QByteArray text = readAll(HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine));
             const auto records = ParseHolderRecords(text);
             QByteArray written;
@@ -373,7 +374,7 @@ private slots:
 
     void everyDeliveredLibraryLoads()
     {
-        const QStringList machines = MachineNames(false);
+        const QStringList machines = MachineModelNames(false);
         QCOMPARE(machines.size(), 19);
         for (const QString& machine : machines) {
             const QString path = HolderFilePath(QStringLiteral(MARELON_ADDIN_DIR "/"), machine);

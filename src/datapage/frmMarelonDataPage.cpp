@@ -27,7 +27,7 @@
 #include "numeric/Encode.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
-#include "tooldata/ControlHandler.h"
+#include "addin/ui/ControlHandler.h"
 #include "ui_frmMarelonDataPage.h"
 
 #include <QCloseEvent>

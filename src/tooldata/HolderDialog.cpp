@@ -8,7 +8,7 @@
 #include "numeric/Encode.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
-#include "tooldata/ControlHandler.h"
+#include "addin/ui/ControlHandler.h"
 #include "tooldata/Windows1252.h"
 
 #include <QApplication>

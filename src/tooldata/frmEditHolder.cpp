@@ -3,7 +3,7 @@
 #include "addin/UnitConversion.h"
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
-#include "tooldata/ControlHandler.h"
+#include "addin/ui/ControlHandler.h"
 #include "ui_frmEditHolder.h"
 
 namespace marelon {

@@ -1,6 +1,6 @@
 #include "tooldata/frmNewHolder.h"
 
-#include "tooldata/ControlHandler.h"
+#include "addin/ui/ControlHandler.h"
 #include "ui_frmNewHolder.h"
 
 namespace marelon {

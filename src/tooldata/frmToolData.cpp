@@ -22,7 +22,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
 #include "numeric/Validation.h"
-#include "tooldata/ControlHandler.h"
+#include "addin/ui/ControlHandler.h"
 #include "tooldata/frmEditHolder.h"
 #include "tooldata/frmNewHolder.h"
 #include "ui_frmToolData.h"
@@ -320,7 +320,7 @@ void frmToolData::SetCaptions()
 void frmToolData::FillMachineList()
 {
     ui_->cmbMachineName->clear();
-    ui_->cmbMachineName->addItems(MachineNames(IsTovricVersion()));
+    ui_->cmbMachineName->addItems(MachineNameList());
 }
 
 int frmToolData::StoredMachinePosition(host::Document& document)

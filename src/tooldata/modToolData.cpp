@@ -74,15 +74,6 @@ ToolShiftFields centreOnly(int mountCode, double centreOffset)
 
 } // namespace
 
-QStringList MachineNames(bool reducedList)
-{
-    if (reducedList)
-        return {"L4 25-32", "L5 16-20", "L7 16-20", "L6 32", "M2-3 12-16", "M2-3 20-32"};
-    return {"A20",      "A32",      "B12",      "B2 12-20", "C12-16",     "C20-32",     "E2 16J",
-            "E2 25J-32", "E2 32IV",  "K16",      "L3 16-20", "L4 25-32",   "L5 16-20",   "L7 16-20",
-            "L6 32",    "M20",      "M2-3 12-16", "M2-3 20-32", "R6 04-07"};
-}
-
 double GetToolLengthComp(host::Tool& tool)
 {
     const QVariant value = tool.Parameter(kLengthCompParameter)->Value();

@@ -21,10 +21,6 @@ using ToolPtr = std::shared_ptr<host::Tool>;
 // The technology parameter of a tool that holds its length-offset number.
 inline const QString kLengthCompParameter = QStringLiteral("121");
 
-// The machine models Tool Data offers, in list order: all nineteen, or the
-// six of the reduced list.
-QStringList MachineNames(bool reducedList);
-
 // The tool's length-offset number (its technology parameter "121").
 double GetToolLengthComp(host::Tool& tool);
 
