@@ -60,17 +60,39 @@ bool AddInLoader::Load(const QString& progId, const QString& modulePath, int con
     // add-in finds the files delivered with it there (its holder libraries).
     if (host_.App().addInFolder.isEmpty())
         host_.App().addInFolder = QFileInfo(modulePath).absolutePath() + QLatin1Char('/');
-    QVariantList custom;
-    const bool connected = CallAddIn(kConnection, [&] {
-        loaded->addIn->OnConnection(host_.ApplicationFor(progId), connectMode, QVariant(), custom);
-    });
-    if (!connected) {
+    if (!Connect(*loaded, connectMode)) {
         loaded->addIn.reset();
         loaded->library->unload();
         return false;
     }
     loaded_.append(loaded);
     return true;
+}
+
+bool AddInLoader::Connect(LoadedAddIn& loaded, int connectMode)
+{
+    QVariantList custom;
+    return CallAddIn(kConnection, [&] {
+        loaded.addIn->OnConnection(host_.ApplicationFor(loaded.progId), connectMode, QVariant(), custom);
+    });
+}
+
+int AddInLoader::ReconnectAll()
+{
+    int connected = 0;
+    for (const auto& loaded : QList(loaded_)) {
+        Disconnect(*loaded, host::ext_dm_UserClosed);
+        const auto create = reinterpret_cast<host::CreateAddInFunction>(loaded->library->resolve(host::kCreateAddInSymbol));
+        loaded->addIn.reset(create(loaded->progId.toUtf8().constData()));
+        if (loaded->addIn && Connect(*loaded, host::ext_cm_AfterStartup)) {
+            ++connected;
+            continue;
+        }
+        loaded->addIn.reset();
+        loaded->library->unload();
+        loaded_.removeAll(loaded);
+    }
+    return connected;
 }
 
 int AddInLoader::LoadRegisteredAddIns(registry::RegistryBackend& registry)
@@ -103,12 +125,17 @@ void AddInLoader::BeginShutdown()
     }
 }
 
-void AddInLoader::Release(LoadedAddIn& loaded, int removeMode)
+void AddInLoader::Disconnect(LoadedAddIn& loaded, int removeMode)
 {
     QVariantList custom;
     CallAddIn(QStringLiteral("IDTExtensibility2.OnDisconnection"),
               [&] { loaded.addIn->OnDisconnection(removeMode, custom); });
     loaded.addIn.reset(); // deleted by its own module's code, before that is unloaded
+}
+
+void AddInLoader::Release(LoadedAddIn& loaded, int removeMode)
+{
+    Disconnect(loaded, removeMode);
     loaded.library->unload();
 }
 
