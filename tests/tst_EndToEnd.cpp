@@ -172,6 +172,15 @@ private slots:
         QCOMPARE(listed->spindle, spindle);
     }
 
+    // The template holds the standard planes; in German the add-in replaces
+    // them with its five lathe planes, once (the macro checks).
+    void germanNewDocumentFromTheTemplate()
+    {
+        QVERIFY(QFile::copy(QStringLiteral(MARELON_SOURCE_DIR "/examples/swiss-lathe.fdt"),
+                            work_ + QStringLiteral("/swiss-lathe.fdt")));
+        QVERIFY(RunMacro(QStringLiteral("german-template.js"), QString()));
+    }
+
     // A second Auto Sync on its own result finds the same synchronisations;
     // the listing names each by its type.
     void autoSyncTwice()

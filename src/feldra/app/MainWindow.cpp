@@ -513,11 +513,16 @@ bool MainWindow::CloseActiveDocument()
     return true;
 }
 
+// The changes are settled first (the file to open may be the one saved), then
+// the file is read: one that does not load leaves the document open.
 bool MainWindow::ReplaceDocument(const QString& path, OpenAs as)
 {
-    const auto next = ReadDocumentState(path, as);
-    if (!CloseActiveDocument())
+    const auto current = host_.ActiveDocument();
+    if (current && !SettleChanges(*current))
         return false;
+    const auto next = ReadDocumentState(path, as);
+    if (current)
+        host_.CloseDocument(current);
     PresentDocument(host_, next, as);
     return true;
 }

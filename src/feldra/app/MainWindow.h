@@ -99,7 +99,7 @@ public:
     void GenerateNcCode();
 
     // The same document actions for the macro runner: failures throw
-    // host::HostError. A file that does not load changes nothing.
+    // host::HostError. A file that does not load leaves the document open.
     bool ReplaceDocument(const QString& path, OpenAs as);
     bool CloseActiveDocument();
     // Asks Save / Discard / Cancel when the document has changes, and saves it
