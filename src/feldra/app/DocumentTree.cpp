@@ -192,8 +192,7 @@ private:
             auto* stockItem = add(item, RecordKey(stock.get()), stock->name,
                                   QStringLiteral("%1 %2, %3 %4").arg(tr("Start"), Number(stock->start), tr("Length"),
                                                                      Number(stock->length)));
-            field(stockItem, "Kind", stock->kind == 1 ? QStringLiteral("1 (") + tr("swept profile") + QLatin1Char(')')
-                                                      : QString::number(stock->kind));
+            field(stockItem, "Kind", StockKindText(stock->kind, localizer_));
             field(stockItem, "Start", Number(stock->start));
             field(stockItem, "Length", Number(stock->length));
             const QList<QPointF> outline = StockCrossSection(document_, *stock);
@@ -216,6 +215,12 @@ private:
 };
 
 } // namespace
+
+QString StockKindText(int kind, const QtLocalizer& localizer)
+{
+    return kind == 1 ? QStringLiteral("1 (") + localizer.Translate("swept profile") + QLatin1Char(')')
+                     : QString::number(kind);
+}
 
 DocumentTree::DocumentTree(QWidget* parent) : QTreeWidget(parent)
 {
@@ -286,6 +291,7 @@ void DocumentTree::Show(const DocumentData* document, const QtLocalizer& localiz
         builder.Build(this);
         for (const auto& [item, outline] : builder.drawings_) {
             auto* drawing = new StockDrawing;
+            drawing->setFixedSize(drawing->sizeHint());
             drawing->SetOutline(outline);
             setItemWidget(item, 1, drawing);
         }

@@ -44,4 +44,7 @@ private:
     void restore(const ViewState& state);
 };
 
+// A stock's kind as the views show it: "1 (swept profile)".
+QString StockKindText(int kind, const QtLocalizer& localizer);
+
 } // namespace feldra

@@ -3,6 +3,7 @@
 #include "feldra/DocumentData.h"
 #include "feldra/QtLocalizer.h"
 #include "feldra/StockSection.h"
+#include "feldra/app/DocumentTree.h"
 #include "feldra/app/StockDrawing.h"
 #include "numeric/NumberText.h"
 
@@ -105,7 +106,7 @@ void SimulationPane::ShowStock(const DocumentData* document, const QtLocalizer& 
         return;
     }
     stock_->setText(QStringLiteral("<b>%1</b><br>%2 %3<br>%4 %5<br>%6 %7")
-                        .arg(stock->name.toHtmlEscaped(), localizer.Translate("Kind"), QString::number(stock->kind),
+                        .arg(stock->name.toHtmlEscaped(), localizer.Translate("Kind"), StockKindText(stock->kind, localizer),
                              localizer.Translate("Start"), Number(stock->start), localizer.Translate("Length"),
                              Number(stock->length)));
     drawing_->SetOutline(StockCrossSection(*document, *stock));
