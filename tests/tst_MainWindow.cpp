@@ -50,6 +50,7 @@ private slots:
     void toolbarShowsAddInControlsWhereTheAddInPutThem();
     void controlsFollowTheAddInsStateAndVisibility();
     void commandsAreAskedAgainWhenAModelessDialogCloses();
+    void dataPageCommandIsEnabledAgainAfterEscape();
     void languageSwitchTranslatesTheHostTexts();
     void languageSwitchReconnectsTheAddIn();
     void changesAreMarkedAndAskedFor_data();
@@ -206,6 +207,29 @@ void tst_MainWindow::commandsAreAskedAgainWhenAModelessDialogCloses()
 
     QVERIFY(window.CloseDocument());
     QVERIFY(!lathe("Simulate")->isEnabled());
+}
+
+// The case users met: the add-in's Data Page closed with Escape.
+void tst_MainWindow::dataPageCommandIsEnabledAgainAfterEscape()
+{
+    TempStores stores;
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    window.show();
+    QVERIFY(host.AddIns().Load("Marelon.Connect", QStringLiteral(MARELON_MODULE)));
+    QVERIFY(window.OpenDocument(kExamples + "L5-part.fdoc"));
+    const auto dataPage = [&window] { return Action(window.CommandBarToolBar(23)->actions(), "Data Page"); };
+    dataPage()->trigger();
+    QWidget* page = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == "frmMarelonDataPage" && widget->isVisible())
+            page = widget;
+    QVERIFY(page);
+    QVERIFY(!dataPage()->isEnabled());
+    QTest::keyClick(page, Qt::Key_Escape);
+    QTRY_VERIFY(!page->isVisible());
+    QTRY_VERIFY(dataPage()->isEnabled());
+    host.AddIns().UnloadAll();
 }
 
 void tst_MainWindow::languageSwitchTranslatesTheHostTexts()
