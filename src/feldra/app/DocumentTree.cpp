@@ -36,7 +36,10 @@ public:
                 byId_.insert(document.operations[i]->id, {int(i + 1), document.operations[i].get()});
     }
 
-    void Build(QTreeWidget* tree)
+    // The cross-section items and their outlines: their drawings go in once the items are in the tree.
+    using Drawings = QList<std::pair<QTreeWidgetItem*, QList<QPointF>>>;
+
+    Drawings Build(QTreeWidget* tree)
     {
         auto* root = new QTreeWidgetItem(tree, {document_.title});
         root->setData(0, DocumentTree::kKeyRole, QStringLiteral("document"));
@@ -45,7 +48,7 @@ public:
         addOperations(section(root, "operations", "Operations", operationCount()));
         addSyncs(section(root, "syncs", "Synchronisations", Count(document_.syncs.size())));
         addWorkPlanes(section(root, "planes", "Work Planes", Count(document_.workPlanes.size())));
-        addStocks(section(root, "stocks", "Stocks", Count(document_.simulation.stocks.size())));
+        return addStocks(section(root, "stocks", "Stocks", Count(document_.simulation.stocks.size())));
     }
 
 private:
@@ -186,8 +189,9 @@ private:
                 plane->name == document_.activeWorkPlane ? tr("active") : QString());
     }
 
-    void addStocks(QTreeWidgetItem* item) const
+    Drawings addStocks(QTreeWidgetItem* item) const
     {
+        Drawings drawings;
         for (const auto& stock : document_.simulation.stocks) {
             auto* stockItem = add(item, RecordKey(stock.get()), stock->name,
                                   QStringLiteral("%1 %2, %3 %4").arg(tr("Start"), Number(stock->start), tr("Length"),
@@ -199,15 +203,11 @@ private:
             field(stockItem, "Profile", outline.isEmpty() ? stock->featureKey + QStringLiteral(" ") + tr("(missing)")
                                                           : stock->featureKey);
             if (!outline.isEmpty())
-                drawings_.append({field(stockItem, "Cross-section", QString()), outline});
+                drawings.append({field(stockItem, "Cross-section", QString()), outline});
         }
+        return drawings;
     }
 
-public:
-    // The cross-section items and their outlines: their drawings go in once the items are in the tree.
-    mutable QList<std::pair<QTreeWidgetItem*, QList<QPointF>>> drawings_;
-
-private:
     const DocumentData& document_;
     const QtLocalizer& localizer_;
     const QSet<const OperationData*>& masked_;
@@ -287,9 +287,7 @@ void DocumentTree::Show(const DocumentData* document, const QtLocalizer& localiz
     clear();
     setHeaderLabels({localizer.Translate("Item"), localizer.Translate("Value")});
     if (document) {
-        TreeBuilder builder(*document, localizer, masked);
-        builder.Build(this);
-        for (const auto& [item, outline] : builder.drawings_) {
+        for (const auto& [item, outline] : TreeBuilder(*document, localizer, masked).Build(this)) {
             auto* drawing = new StockDrawing;
             drawing->setFixedSize(drawing->sizeHint());
             drawing->SetOutline(outline);

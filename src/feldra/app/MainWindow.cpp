@@ -26,6 +26,8 @@
 #include <QTranslator>
 #include <QWindow>
 
+#include <type_traits>
+
 namespace feldra {
 
 namespace {
