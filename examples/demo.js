@@ -335,3 +335,6 @@ dataPageRounds();
 print('Written:');
 for (const file of new Set(written))
     print(`  ${file}`);
+// The main window after the demo, in English and in German, at its default size.
+for (const file of feldra.screenshots(`${out}/feldra-window.png`))
+    print(`  ${file}`);

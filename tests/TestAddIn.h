@@ -26,7 +26,9 @@
 // 23) shows the modal dialog frmAsk; command 2 "Never" is always disabled;
 // command 3 "Toggle Ask" (in the Help menu) switches command 1 off and on;
 // command 4 "Pick" lets the user pick an object and writes its key into the
-// machine setup's program name ("cancelled" when the pick is cancelled).
+// machine setup's program name ("cancelled" when the pick is cancelled);
+// command 5 "Panel" (at the end of bar 23) shows the modeless dialog frmPanel
+// and is enabled while that is hidden (Escape hides it).
 // frmAsk echoes its field on lost focus into lblEcho and its list's choice
 // into lblChoice; cmdOK asks "Keep <value>?" and on Yes writes the value into
 // the machine setup's parameter 814 and closes.
@@ -40,12 +42,16 @@ public:
         never_ = commands->AddCommand(cookie_, 2, "Test");
         toggle_ = commands->AddCommand(cookie_, 3, "Test");
         const int pick = commands->AddCommand(cookie_, 4, "Test");
+        const int panel = commands->AddCommand(cookie_, 5, "Test");
         commands->Advise(this);
         app_->MainMenus()->Item(9)->Add(1, "Toggle Ask", toggle_);
         app_->MainMenus()->Item(9)->Add(1, "Pick", pick);
         auto bar = app_->CommandBars()->Item(23);
         bar->AddControl(1, "Ask", ask_, bar->ControlCount())->setToolTip("Asks for a value");
         bar->AddControl(1, "Never", never_, bar->ControlCount());
+        bar->AddControl(1, "Panel", panel, bar->ControlCount() + 1);
+        panel_.setObjectName("frmPanel");
+        panel_.setModal(false);
     }
 
     void OnCommand(int, int nCmdId) override
@@ -59,10 +65,12 @@ public:
             auto picked = document->PickObject("Pick a feature", 0);
             document->MachineSetup()->setProgramName(picked ? picked->Key() : QStringLiteral("cancelled"));
         }
+        if (nCmdId == 5)
+            panel_.show();
     }
     void OnCommandUI(int, int nCmdId, bool& Enabled, bool&) override
     {
-        Enabled = nCmdId >= 3 || (nCmdId == 1 && askEnabled_);
+        Enabled = nCmdId == 5 ? panel_.isHidden() : nCmdId >= 3 || (nCmdId == 1 && askEnabled_);
     }
 
     int Cookie() const { return cookie_; }
@@ -116,5 +124,6 @@ private:
     int never_ = 0;
     int toggle_ = 0;
     bool askEnabled_ = true;
+    QDialog panel_;
     std::function<void()> echoOnFocusOut_;
 };

@@ -1,5 +1,6 @@
 #include "JsonEdit.h"
 #include "feldra/DocumentFile.h"
+#include "feldra/JsonText.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +14,7 @@
 #include <csignal>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <sys/resource.h>
 
 using namespace feldra;
@@ -336,6 +338,7 @@ private slots:
     void badFilesNameTheFile();
     void failedSaveLeavesTheOldFile_data();
     void failedSaveLeavesTheOldFile();
+    void numbersAreWrittenAsQtWritesThem();
 
 private:
     QTemporaryDir dir_;
@@ -544,6 +547,33 @@ void tst_DocumentFile::failedSaveLeavesTheOldFile()
     QVERIFY2(reported.startsWith(problem), qPrintable(reported));
     QCOMPARE(readFile(dir.filePath(QStringLiteral("old.fdoc"))), old);
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::NoDotAndDotDot), QStringList{"old.fdoc"});
+}
+
+// The writer's own shortest-number text is Qt's, byte for byte, so that a
+// saved document reads the same as before: whole numbers, decimals of every
+// magnitude, thirds and random bit patterns.
+void tst_DocumentFile::numbersAreWrittenAsQtWritesThem()
+{
+    std::mt19937_64 random(2024);
+    QList<double> values{0.0, -0.0, 1e21, 1e20, 123456789012345678.0, 1e-4, 1e-5, 5e-324, 1.7976931348623157e308};
+    for (int exponent = -25; exponent <= 25; ++exponent)
+        for (int k = 1; k < 300; ++k)
+            values << k * std::pow(10.0, exponent) << -k / 3.0 * std::pow(10.0, exponent);
+    while (values.size() < 200000) {
+        const std::uint64_t bits = random();
+        const double value = std::bit_cast<double>(bits);
+        if (std::isfinite(value))
+            values << value;
+    }
+    for (double value : values) {
+        JsonText text;
+        text.Number(value);
+        QByteArray written = text.Finish();
+        written.chop(1); // the final line break
+        const QByteArray qt = QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+        if (written != qt)
+            QFAIL(qPrintable(QStringLiteral("%1 written as %2").arg(QString::fromLatin1(qt), QString::fromLatin1(written))));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_DocumentFile)

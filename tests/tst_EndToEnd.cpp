@@ -187,6 +187,13 @@ private slots:
         QVERIFY(RunMacro(QStringLiteral("autosync-selection.js"), QStringLiteral("L5-part.fdoc")));
     }
 
+    // The template holds the standard planes; in German the add-in replaces
+    // them with its five lathe planes, once (the macro checks).
+    void germanNewDocumentFromTheTemplate()
+    {
+        QVERIFY(RunMacro(QStringLiteral("german-template.js"), QString()));
+    }
+
     // A second Auto Sync on its own result finds the same synchronisations;
     // the listing names each by its type.
     void autoSyncTwice()

@@ -35,6 +35,7 @@ void tst_MacroRunner::run_data()
     QTest::newRow("new document from a template") << "template.js" << kExample << 0 << "";
     QTest::newRow("scripted picks") << "pick.js" << kExample << 0 << "";
     QTest::newRow("NC code and simulation") << "nc-simulation.js" << kExample << 0 << "";
+    QTest::newRow("the save prompt answered") << "save-prompt.js" << kExample << 0 << "";
     QTest::newRow("answer No leaves the dialog open")
         << "answer-no.js" << kExample << 1 << "The handler of dialog frmAsk left the modal dialog open.";
     QTest::newRow("unknown control")
@@ -63,7 +64,7 @@ void tst_MacroRunner::run()
     feldra::MainWindow window(host);
     feldra::MacroRunner runner(host, window);
     QString reported;
-    QCOMPARE(runner.Run(kMacros + macro, document, reported), exitCode);
+    QVERIFY2(runner.Run(kMacros + macro, document, reported) == exitCode, qPrintable(reported));
     if (error.isEmpty())
         QVERIFY2(reported.isEmpty(), qPrintable(reported));
     else

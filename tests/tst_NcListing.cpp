@@ -217,7 +217,7 @@ private slots:
         document.operations = {operation};
 
         QCOMPARE(LinesStarting(GenerateNcListing(document), "OP "),
-                 QStringList{"OP 3 \"Drill\" " + expected});
+                 QStringList{"OP 1 \"Drill\" " + expected});
     }
 
     void operationsOfEachHead_data()
@@ -246,7 +246,7 @@ private slots:
 
         QList<bool> found;
         for (const QString& listing : GenerateNcListings(document))
-            found.append(LinesStarting(listing, "OP 4 \"Face\" TYPE=37 TOOL=NONE").size() == 1);
+            found.append(LinesStarting(listing, "OP 1 \"Face\" TYPE=37 TOOL=NONE").size() == 1);
         QCOMPARE(found, listed);
     }
 
@@ -271,10 +271,10 @@ private slots:
 
         const QString listing = GenerateNcListing(document);
         QCOMPARE(LinesStarting(listing, "SYNC "),
-                 QStringList({"SYNC " + typeName + " #2 P3 E0 WITH OP 9 \"Back drill\" P3 E1",
-                              "SYNC " + typeName + " #2 P3 E1 WITH OP 7 \"Face\" P3 E0"}));
+                 QStringList({"SYNC " + typeName + " #2 P3 E0 WITH OP 3 \"Back drill\" P3 E1",
+                              "SYNC " + typeName + " #2 P3 E1 WITH OP 1 \"Face\" P3 E0"}));
         QCOMPARE(LinesStarting(listing, "#"),
-                 QStringList({"#1 (NO TYPE) NO NODES", "#2 " + typeName + " OP 7 \"Face\" P3 E0, OP 9 \"Back drill\" P3 E1"}));
+                 QStringList({"#1 (NO TYPE) NO NODES", "#2 " + typeName + " OP 1 \"Face\" P3 E0, OP 3 \"Back drill\" P3 E1"}));
     }
 
     void danglingReferencesAreShown()
@@ -290,9 +290,9 @@ private slots:
                           Sync(5, {{4, 7, 0, 2, 0, {}}, {1, 99, 0, 3, 0, {}}, {3, 0, 0, 0, 0, {}}})};
 
         const QString listing = GenerateNcListing(document);
-        QCOMPARE(LinesStarting(listing, "OP "), QStringList{"OP 7 \"Face\" TYPE=0 TOOL=NONE"});
+        QCOMPARE(LinesStarting(listing, "OP "), QStringList{"OP 1 \"Face\" TYPE=0 TOOL=NONE"});
         QCOMPARE(LinesStarting(listing, "SYNC "),
-                 QStringList{"SYNC (NO TYPE) #1 P4 E2 WITH OP 99 (MISSING) P1 E3, NO OPERATION P3 E0"});
+                 QStringList{"SYNC (NO TYPE) #1 P4 E2 WITH OP (MISSING ID 99) P1 E3, NO OPERATION P3 E0"});
     }
 
     void goldenListing()
@@ -365,14 +365,14 @@ private slots:
             "  T21 ID=\"DR 5\" X=0 Y=0 Z=-30 SPINDLE=REVERSE GEAR=1.5 HOLDER=0 TURRET=2 STATION=3 UNIT=METRIC COMMENT=\"back drill\"",
             "",
             "OPERATIONS",
-            "  OP 2 \"Cut off\" TYPE=153 TOOL=T8 ID=\"CUT 3\" HEAD=1",
-            "    SYNC G811 #1 P4 E0 WITH OP 3 \"Pick up\" P1 E0",
-            "  OP 3 \"Pick up\" TYPE=207 TOOL=NONE HEAD=2",
-            "    SYNC G811 #1 P1 E0 WITH OP 2 \"Cut off\" P4 E0",
-            "  OP 4 \"Back drill\" TYPE=37 TOOL=T21 ID=\"DR 5\" HEAD=2 SUPPRESSED",
+            "  OP 1 \"Cut off\" TYPE=153 TOOL=T8 ID=\"CUT 3\" HEAD=1",
+            "    SYNC G811 #1 P4 E0 WITH OP 2 \"Pick up\" P1 E0",
+            "  OP 2 \"Pick up\" TYPE=207 TOOL=NONE HEAD=2",
+            "    SYNC G811 #1 P1 E0 WITH OP 1 \"Cut off\" P4 E0",
+            "  OP 3 \"Back drill\" TYPE=37 TOOL=T21 ID=\"DR 5\" HEAD=2 SUPPRESSED",
             "",
             "SYNCS",
-            "  #1 G811 OP 2 \"Cut off\" P4 E0, OP 3 \"Pick up\" P1 E0",
+            "  #1 G811 OP 1 \"Cut off\" P4 E0, OP 2 \"Pick up\" P1 E0",
             "",
         };
         const QStringList actual = Lines(GenerateNcListing(document));

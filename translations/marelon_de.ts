@@ -971,5 +971,142 @@
         <source>Pick an Object</source>
         <translation>Objekt auswählen</translation>
     </message>
+    <message>
+        <extracomment>The Feldra host window: unsaved changes, the document view and the simulation</extracomment>
+        <source>Untitled</source>
+        <translation>Unbenannt</translation>
+    </message>
+    <message>
+        <source>The document &quot;%1&quot; has changes. Save them?</source>
+        <translation>Das Dokument „%1“ hat Änderungen. Speichern?</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Save As...</source>
+        <translation>Speichern unter...</translation>
+    </message>
+    <message>
+        <source>Machine Setup Name</source>
+        <translation>Name der Maschineneinrichtung</translation>
+    </message>
+    <message>
+        <source>Machine Code</source>
+        <translation>Maschinencode</translation>
+    </message>
+    <message>
+        <source>Maker Tag</source>
+        <translation>Herstellerkennung</translation>
+    </message>
+    <message>
+        <source>Stock Inside Diameter</source>
+        <translation>Innendurchmesser Rohteil</translation>
+    </message>
+    <message>
+        <source>Stock Front Z</source>
+        <translation>Rohteilanfang Z</translation>
+    </message>
+    <message>
+        <source>(not set)</source>
+        <translation>(nicht gesetzt)</translation>
+    </message>
+    <message>
+        <source>Face Amount</source>
+        <translation>Planzugabe</translation>
+    </message>
+    <message>
+        <source>Bar Loader Dwell (s)</source>
+        <translation>Stangenlader: Verweilzeit (s)</translation>
+    </message>
+    <message>
+        <source>Bar Loader Type</source>
+        <translation>Stangenladertyp</translation>
+    </message>
+    <message>
+        <source>Bar Loader Sub Program</source>
+        <translation>Unterprogramm Stangenlader</translation>
+    </message>
+    <message>
+        <source>Bar Loader Command</source>
+        <translation>Befehl Stangenlader</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Turret</source>
+        <translation>Revolver</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <translation>Station</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Technology</source>
+        <translation>Technologie</translation>
+    </message>
+    <message>
+        <source>(missing)</source>
+        <translation>(fehlt)</translation>
+    </message>
+    <message>
+        <source>(no type)</source>
+        <translation>(kein Typ)</translation>
+    </message>
+    <message>
+        <source>Stocks</source>
+        <translation>Rohteile</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>swept profile</source>
+        <translation>gezogenes Profil</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Anfang</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Cross-section</source>
+        <translation>Querschnitt</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>nach</translation>
+    </message>
+    <message>
+        <source>no change</source>
+        <translation>keine Änderung</translation>
+    </message>
+    <message>
+        <source>Back Spindle Axes</source>
+        <translation>Achsen der Gegenspindel</translation>
+    </message>
+    <message>
+        <source>No &quot;Main Stock&quot;.</source>
+        <translation>Kein „Main Stock“.</translation>
+    </message>
 </context>
 </TS>

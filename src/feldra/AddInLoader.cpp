@@ -58,21 +58,43 @@ bool AddInLoader::Load(const QString& progId, const QString& modulePath, int con
     }
     // Each add-in's folder is the folder of its own module: the add-in finds
     // the files delivered with it there (Marelon its holder libraries).
-    auto application = host_.ApplicationFor(progId);
+    host_.ApplicationFor(progId); // registers the add-in with the host
     for (AddInData& addIn : host_.App().addIns)
         if (addIn.progId == progId)
             addIn.folder = QFileInfo(modulePath).absolutePath() + QLatin1Char('/');
-    QVariantList custom;
-    const bool connected = CallAddIn(kConnection, [&] {
-        loaded->addIn->OnConnection(application, connectMode, QVariant(), custom);
-    });
-    if (!connected) {
+    if (!Connect(*loaded, connectMode)) {
         loaded->addIn.reset();
         loaded->library->unload();
         return false;
     }
     loaded_.append(loaded);
     return true;
+}
+
+bool AddInLoader::Connect(LoadedAddIn& loaded, int connectMode)
+{
+    QVariantList custom;
+    return CallAddIn(kConnection, [&] {
+        loaded.addIn->OnConnection(host_.ApplicationFor(loaded.progId), connectMode, QVariant(), custom);
+    });
+}
+
+int AddInLoader::ReconnectAll()
+{
+    int connected = 0;
+    for (const auto& loaded : QList(loaded_)) {
+        Disconnect(*loaded, host::ext_dm_UserClosed);
+        const auto create = reinterpret_cast<host::CreateAddInFunction>(loaded->library->resolve(host::kCreateAddInSymbol));
+        loaded->addIn.reset(create(loaded->progId.toUtf8().constData()));
+        if (loaded->addIn && Connect(*loaded, host::ext_cm_AfterStartup)) {
+            ++connected;
+            continue;
+        }
+        loaded->addIn.reset();
+        loaded->library->unload();
+        loaded_.removeAll(loaded);
+    }
+    return connected;
 }
 
 int AddInLoader::LoadRegisteredAddIns(registry::RegistryBackend& registry)
@@ -105,12 +127,17 @@ void AddInLoader::BeginShutdown()
     }
 }
 
-void AddInLoader::Release(LoadedAddIn& loaded, int removeMode)
+void AddInLoader::Disconnect(LoadedAddIn& loaded, int removeMode)
 {
     QVariantList custom;
     CallAddIn(QStringLiteral("IDTExtensibility2.OnDisconnection"),
               [&] { loaded.addIn->OnDisconnection(removeMode, custom); });
     loaded.addIn.reset(); // deleted by its own module's code, before that is unloaded
+}
+
+void AddInLoader::Release(LoadedAddIn& loaded, int removeMode)
+{
+    Disconnect(loaded, removeMode);
     loaded.library->unload();
 }
 

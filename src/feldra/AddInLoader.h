@@ -40,6 +40,12 @@ public:
     bool Unload(const QString& progId, int removeMode = host::ext_dm_UserClosed);
     void UnloadAll(int removeMode = host::ext_dm_HostShutdown);
 
+    // Disconnects every loaded add-in and connects a new one from the same
+    // module, as after start-up: it sets itself up again (its localiser in the
+    // host's language among all). Returns how many connected again; one that
+    // fails is recorded and unloaded.
+    int ReconnectAll();
+
     QStringList LoadedProgIds() const;
     bool IsLoaded(const QString& progId) const;
 
@@ -54,6 +60,8 @@ private:
     template <class Call>
     bool CallAddIn(const QString& callback, Call call);
     void Release(LoadedAddIn& loaded, int removeMode);
+    void Disconnect(LoadedAddIn& loaded, int removeMode);
+    bool Connect(LoadedAddIn& loaded, int connectMode);
 
     Host& host_;
     QList<std::shared_ptr<LoadedAddIn>> loaded_;

@@ -15,6 +15,8 @@ namespace feldra {
 struct DocumentState {
     DocumentData data;
     QString fileName;
+    // Changed since it was opened or last saved.
+    bool modified = false;
     bool updateState = true;
     EventSource<host::DocumentEvents> documentEvents;
     EventSource<host::SimulationEvents> simulationEvents;

@@ -46,7 +46,7 @@ public:
     QVariant Value() override { return get("CustomProperty.Value", data_->value); }
     void setValue(const QVariant& value) override
     {
-        guard("CustomProperty.Value write");
+        change("CustomProperty.Value write");
         data_->value = AsPropertyType("CustomProperty.Value write", data_->type, value);
     }
     int Type() override { return get("CustomProperty.Type", data_->type); }
@@ -74,14 +74,14 @@ public:
     int Count() override { return get("CustomProperties.Count", int(list_->size())); }
     void Remove(const QString& name) override
     {
-        guard("CustomProperties.Remove");
+        change("CustomProperties.Remove");
         if (list_->removeIf(named(name)) == 0)
             fail("CustomProperties.Remove", QStringLiteral("No custom property \"%1\".").arg(name));
     }
     std::shared_ptr<host::CustomProperty> Add(const QString& name, const QString& caption, int type,
                                               const QVariant& initialValue) override
     {
-        guard("CustomProperties.Add");
+        change("CustomProperties.Add");
         if (name.isEmpty() || find(*list_, named(name)))
             fail("CustomProperties.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<CustomPropertyData>();
@@ -119,7 +119,7 @@ public:
     int Count() override { return get("WorkPlanes.Count", int(doc().data.workPlanes.size())); }
     std::shared_ptr<host::WorkPlane> Add(const QString& name) override
     {
-        guard("WorkPlanes.Add");
+        change("WorkPlanes.Add");
         if (name.isEmpty() || find(doc().data.workPlanes, named(name)))
             fail("WorkPlanes.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<WorkPlaneData>();
@@ -129,7 +129,7 @@ public:
     }
     void Remove(const QString& name) override
     {
-        guard("WorkPlanes.Remove");
+        change("WorkPlanes.Remove");
         if (doc().data.workPlanes.removeIf(named(name)) == 0)
             fail("WorkPlanes.Remove", QStringLiteral("No work plane \"%1\".").arg(name));
         if (doc().data.activeWorkPlane == name)
@@ -152,7 +152,7 @@ public:
     int Count() override { return get("Layers.Count", int(doc().data.layers.size())); }
     std::shared_ptr<host::Layer> Add(const QString& name) override
     {
-        guard("Layers.Add");
+        change("Layers.Add");
         if (name.isEmpty() || find(doc().data.layers, named(name)))
             fail("Layers.Add", QStringLiteral("The name \"%1\" is empty or taken.").arg(name));
         auto data = std::make_shared<LayerData>();
@@ -177,7 +177,7 @@ public:
     int Count() override { return get("FeatureChains.Count", int(doc().data.features.size())); }
     std::shared_ptr<host::Feature> Add(const host::Segment& first) override
     {
-        guard("FeatureChains.Add");
+        change("FeatureChains.Add");
         auto data = std::make_shared<FeatureData>();
         data->key = doc().NewKey(QStringLiteral("Chain"));
         data->elements = {{first.x1, first.y1, first.z1}, {first.x2, first.y2, first.z2}};
@@ -254,7 +254,7 @@ public:
     }
     void setActiveWorkPlane(std::shared_ptr<host::WorkPlane> plane) override
     {
-        guard("Document.ActiveWorkPlane write");
+        change("Document.ActiveWorkPlane write");
         doc().data.activeWorkPlane = own<WorkPlaneView>(plane, "Document.ActiveWorkPlane write").Data().name;
     }
     std::shared_ptr<host::Layers> Layers() override
@@ -293,7 +293,12 @@ public:
         guard("Document.MakePoint");
         return std::make_shared<PointView>(ctx_, Point3{x, y, z});
     }
-    void setUpdateState(bool state) override { put("Document.UpdateState", doc().updateState, state); }
+    // Whether the view follows the changes is no part of the document.
+    void setUpdateState(bool state) override
+    {
+        guard("Document.UpdateState write");
+        doc().updateState = state;
+    }
     void setTitle(const QString& title) override { put("Document.Title", doc().data.title, title); }
     void Advise(host::DocumentEvents* sink) override
     {
@@ -369,7 +374,7 @@ std::shared_ptr<host::Point> FeatureView::Element(int i)
 
 void FeatureView::AddSegment(const host::Segment& segment)
 {
-    guard("Feature.AddSegment");
+    change("Feature.AddSegment");
     if (data_->elements.isEmpty())
         data_->elements.append({segment.x1, segment.y1, segment.z1});
     data_->elements.append({segment.x2, segment.y2, segment.z2});
@@ -377,7 +382,7 @@ void FeatureView::AddSegment(const host::Segment& segment)
 
 void FeatureView::setLayer(std::shared_ptr<host::Layer> layer)
 {
-    guard("Feature.Layer write");
+    change("Feature.Layer write");
     data_->layer = own<LayerView>(layer, "Feature.Layer write").Data().name;
 }
 

@@ -37,7 +37,7 @@ QList<host::Segment> FeldraGeometryUtility::RegularPolygon(std::shared_ptr<host:
 
 void FeldraGeometryUtility::RotateAboutY(std::shared_ptr<host::Feature> feature, double angle)
 {
-    guard("GeometryUtility.RotateAboutY");
+    change("GeometryUtility.RotateAboutY");
     FeatureData& data = own<FeatureView>(feature, "GeometryUtility.RotateAboutY").Data();
     const double c = std::cos(angle);
     const double s = std::sin(angle);

@@ -81,6 +81,19 @@ void Host::DocumentSaved(DocumentState& document)
                                   [](host::DocumentEvents& sink) { sink.AfterDocumentSave(); });
 }
 
+void Host::SetLanguage(int languageCode)
+{
+    if (ctx_->app.languageCode == languageCode)
+        return;
+    ctx_->app.languageCode = languageCode;
+    if (addIns_->LoadedProgIds().isEmpty() || addIns_->ReconnectAll() == 0)
+        return;
+    if (const auto document = ctx_->activeDocument)
+        ctx_->applicationEvents.Raise(ctx_->log, "Application.AfterDocumentOpen", [&](host::ApplicationEvents& sink) {
+            sink.AfterDocumentOpen(document->fileName);
+        });
+}
+
 bool Host::BeforeCommandRun(int nCmdId, int nAuxId)
 {
     bool bOverride = false;

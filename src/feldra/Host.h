@@ -50,6 +50,12 @@ public:
     // Raises AfterDocumentSave once the document has been written.
     void DocumentSaved(DocumentState& document);
 
+    // The language of the host's texts and of the localisers the add-ins create
+    // (1033 English, 1031 German). A change reconnects the loaded add-ins, so
+    // that their captions, forms and messages follow at once; the active
+    // document is then shown to them again as opened (AfterDocumentOpen).
+    void SetLanguage(int languageCode);
+
     // ---- commands
     // Raises BeforeCommandRun; true when an add-in overrides (cancels) the command.
     bool BeforeCommandRun(int nCmdId, int nAuxId = 0);

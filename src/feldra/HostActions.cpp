@@ -6,13 +6,30 @@
 
 namespace feldra {
 
-namespace {
-
-std::shared_ptr<DocumentState> LoadState(const QString& path)
+std::shared_ptr<DocumentState> ReadDocumentState(const QString& path, OpenAs as)
 {
     auto document = std::make_shared<DocumentState>();
     document->data = LoadDocument(path);
-    document->fileName = path;
+    if (as != OpenAs::NewDocument)
+        document->fileName = path;
+    return document;
+}
+
+void PresentDocument(Host& host, const std::shared_ptr<DocumentState>& document, OpenAs as)
+{
+    switch (as) {
+    case OpenAs::Document: host.OpenDocument(document); break;
+    case OpenAs::NewDocument: host.OpenNewDocument(document); break;
+    case OpenAs::Template: host.OpenTemplate(document); break;
+    }
+}
+
+namespace {
+
+std::shared_ptr<DocumentState> Open(Host& host, const QString& path, OpenAs as)
+{
+    auto document = ReadDocumentState(path, as);
+    PresentDocument(host, document, as);
     return document;
 }
 
@@ -20,30 +37,24 @@ std::shared_ptr<DocumentState> LoadState(const QString& path)
 
 std::shared_ptr<DocumentState> OpenDocumentFile(Host& host, const QString& path)
 {
-    auto document = LoadState(path);
-    host.OpenDocument(document);
-    return document;
+    return Open(host, path, OpenAs::Document);
 }
 
 std::shared_ptr<DocumentState> NewDocumentFromTemplate(Host& host, const QString& templatePath)
 {
-    auto document = LoadState(templatePath);
-    document->fileName.clear();
-    host.OpenNewDocument(document);
-    return document;
+    return Open(host, templatePath, OpenAs::NewDocument);
 }
 
 std::shared_ptr<DocumentState> OpenTemplateFile(Host& host, const QString& path)
 {
-    auto document = LoadState(path);
-    host.OpenTemplate(document);
-    return document;
+    return Open(host, path, OpenAs::Template);
 }
 
 void SaveDocumentFile(Host& host, DocumentState& document, const QString& path)
 {
     SaveDocument(path, document.data);
     document.fileName = path;
+    document.modified = false;
     host.DocumentSaved(document);
 }
 

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace feldra {
@@ -15,12 +16,71 @@ bool isScalar(const QJsonValue& value)
     return !value.isArray() && !value.isObject();
 }
 
+// The shortest text that reads back to the same double, as Qt's
+// QByteArray::number(value, 'g', QLocale::FloatingPointShortest) writes it:
+// the fixed form unless the exponent form is shorter, an exponent of at least
+// two digits, and 0 for either zero. Written into a buffer of at least 32
+// characters; returns its end.
+char* shortestText(double value, char* out)
+{
+    if (value == 0) {
+        *out = '0';
+        return out + 1;
+    }
+    char scientific[32];
+    const char* end = std::to_chars(scientific, scientific + sizeof scientific, value,
+                                    std::chars_format::scientific).ptr;
+    const char* p = scientific;
+    if (*p == '-')
+        *out++ = *p++;
+    char digits[20];
+    int count = 0;
+    for (; *p != 'e'; ++p)
+        if (*p != '.')
+            digits[count++] = *p;
+    int exponent = 0;
+    std::from_chars(p[1] == '+' ? p + 2 : p + 1, end, exponent);
+    const int magnitude = std::abs(exponent);
+    // "d.ddde+XX" against "ddd00", "dd.dd" or "0.000ddd"
+    const int scientificLength = count + (count > 1 ? 1 : 0) + 2 + (magnitude < 100 ? 2 : 3);
+    const int fixedLength = exponent >= 0 ? std::max(count, exponent + 1) + (count > exponent + 1 ? 1 : 0)
+                                          : 2 + (-exponent - 1) + count;
+    if (fixedLength <= scientificLength) {
+        if (exponent >= 0) {
+            for (int i = 0; i < std::max(count, exponent + 1); ++i) {
+                if (i == exponent + 1)
+                    *out++ = '.';
+                *out++ = i < count ? digits[i] : '0';
+            }
+        } else {
+            *out++ = '0';
+            *out++ = '.';
+            out = std::fill_n(out, -exponent - 1, '0');
+            out = std::copy_n(digits, count, out);
+        }
+        return out;
+    }
+    *out++ = digits[0];
+    if (count > 1) {
+        *out++ = '.';
+        out = std::copy_n(digits + 1, count - 1, out);
+    }
+    *out++ = 'e';
+    *out++ = exponent < 0 ? '-' : '+';
+    if (magnitude < 10)
+        *out++ = '0';
+    return std::to_chars(out, out + 4, magnitude).ptr;
+}
+
+constexpr char kSpaces[] = "                                                                ";
+
 } // namespace
 
 void JsonText::newLine()
 {
     out_ += '\n';
-    out_.append(2 * levels_.size(), ' ');
+    for (qsizetype indent = 2 * levels_.size(); indent > 0; indent -= qsizetype(sizeof kSpaces - 1))
+        out_.append(kSpaces, std::min(indent, qsizetype(sizeof kSpaces - 1)));
 }
 
 // Array elements are separated here; object members in beginMember.
@@ -30,7 +90,7 @@ void JsonText::beforeValue()
         return;
     Level& level = levels_.last();
     if (level.count++ > 0)
-        out_ += level.oneLine ? ", " : ",";
+        out_ += QByteArrayView(level.oneLine ? ", " : ",");
     if (!level.oneLine)
         newLine();
 }
@@ -79,38 +139,40 @@ void JsonText::Key(QLatin1String key)
     beginMember();
     out_ += '"';
     out_ += QByteArrayView(key.data(), key.size()); // the record field names are plain ASCII
-    out_ += "\": ";
+    out_ += QByteArrayView("\": ");
 }
 
 void JsonText::Key(QStringView key)
 {
     beginMember();
     quoted(key);
-    out_ += ": ";
+    out_ += QByteArrayView(": ");
 }
 
 void JsonText::Number(double value)
 {
     beforeValue();
-    out_ += QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+    char text[32];
+    out_.append(text, shortestText(value, text) - text);
 }
 
 void JsonText::Integer(int value)
 {
     beforeValue();
-    out_ += QByteArray::number(value);
+    char text[16];
+    out_.append(text, std::to_chars(text, text + sizeof text, value).ptr - text);
 }
 
 void JsonText::Bool(bool value)
 {
     beforeValue();
-    out_ += value ? "true" : "false";
+    out_ += QByteArrayView(value ? "true" : "false");
 }
 
 void JsonText::Null()
 {
     beforeValue();
-    out_ += "null";
+    out_ += QByteArrayView("null");
 }
 
 void JsonText::Text(QStringView value)
@@ -120,8 +182,20 @@ void JsonText::Text(QStringView value)
 }
 
 // The text as UTF-8 in quotes, with '"', '\' and control characters escaped.
+// Plain ASCII with nothing to escape, as most texts are, is copied as it is.
 void JsonText::quoted(QStringView text)
 {
+    const bool plain = std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() >= 0x20 && c.unicode() < 0x80 && c != QLatin1Char('"') && c != QLatin1Char('\\');
+    });
+    if (plain) {
+        char* p = out_.Room(text.size() + 2);
+        *p++ = '"';
+        for (QChar c : text)
+            *p++ = char(c.unicode());
+        *p = '"';
+        return;
+    }
     static const char hex[] = "0123456789abcdef";
     const QByteArray utf8 = text.toUtf8();
     out_ += '"';
@@ -133,15 +207,15 @@ void JsonText::quoted(QStringView text)
         out_.append(utf8.constData() + plainFrom, i - plainFrom);
         plainFrom = i + 1;
         switch (c) {
-        case '"': out_ += "\\\""; break;
-        case '\\': out_ += "\\\\"; break;
-        case '\n': out_ += "\\n"; break;
-        case '\r': out_ += "\\r"; break;
-        case '\t': out_ += "\\t"; break;
-        case '\b': out_ += "\\b"; break;
-        case '\f': out_ += "\\f"; break;
+        case '"': out_ += QByteArrayView("\\\""); break;
+        case '\\': out_ += QByteArrayView("\\\\"); break;
+        case '\n': out_ += QByteArrayView("\\n"); break;
+        case '\r': out_ += QByteArrayView("\\r"); break;
+        case '\t': out_ += QByteArrayView("\\t"); break;
+        case '\b': out_ += QByteArrayView("\\b"); break;
+        case '\f': out_ += QByteArrayView("\\f"); break;
         default:
-            out_ += "\\u00";
+            out_ += QByteArrayView("\\u00");
             out_ += hex[c >> 4];
             out_ += hex[c & 0xf];
         }
@@ -161,7 +235,7 @@ void JsonText::Value(const QJsonValue& value)
             Null();
         else if (number == std::trunc(number) && std::fabs(number) < 0x1p63) {
             beforeValue();
-            out_ += QByteArray::number(value.toInteger());
+            out_ += QByteArrayView(QByteArray::number(value.toInteger()));
         } else
             Number(number);
         return;
@@ -192,7 +266,7 @@ void JsonText::Value(const QJsonValue& value)
 QByteArray JsonText::Finish()
 {
     out_ += '\n';
-    return std::move(out_);
+    return out_.Take();
 }
 
 } // namespace feldra

@@ -6,6 +6,8 @@
 #include <QStringView>
 #include <QVarLengthArray>
 
+#include <algorithm>
+
 namespace feldra {
 
 // Writes JSON text for a person to read: fields in the order they are
@@ -46,7 +48,43 @@ private:
     void newLine();
     void quoted(QStringView text);
 
-    QByteArray out_;
+    // The text written so far: room is made by doubling, and bytes are copied
+    // in without QByteArray's general insertion on every call.
+    class Output {
+    public:
+        // Room for n more bytes at the end, to be filled in.
+        char* Room(qsizetype n)
+        {
+            if (size_ + n > bytes_.size())
+                bytes_.resize(std::max(2 * bytes_.size(), size_ + n + 4096));
+            char* at = bytes_.data() + size_;
+            size_ += n;
+            return at;
+        }
+        Output& operator+=(char c)
+        {
+            *Room(1) = c;
+            return *this;
+        }
+        Output& operator+=(QByteArrayView text)
+        {
+            append(text.data(), text.size());
+            return *this;
+        }
+        void append(const char* text, qsizetype n) { std::copy_n(text, n, Room(n)); }
+        QByteArray Take()
+        {
+            bytes_.resize(size_);
+            size_ = 0;
+            return std::move(bytes_);
+        }
+
+    private:
+        QByteArray bytes_;
+        qsizetype size_ = 0;
+    };
+
+    Output out_;
     QVarLengthArray<Level, 16> levels_;
 };
 

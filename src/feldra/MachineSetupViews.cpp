@@ -151,7 +151,7 @@ public:
     int OutputUnit() override { return get("NCHead.OutputUnit", data_->outputUnit); }
     void setOutputUnit(int unit) override
     {
-        guard("NCHead.OutputUnit write");
+        change("NCHead.OutputUnit write");
         if (unit != 70 && unit != 71)
             fail("NCHead.OutputUnit write", QStringLiteral("%1 is not a unit code (70 or 71).").arg(unit));
         data_->outputUnit = unit;
@@ -197,7 +197,7 @@ public:
     int Count() override { return get("SetupEntries.Count", int(entries().size())); }
     void Remove(int i) override
     {
-        guard("SetupEntries.Remove");
+        change("SetupEntries.Remove");
         at(entries(), i, "SetupEntries.Remove");
         entries().removeAt(i - 1);
     }
@@ -216,7 +216,7 @@ public:
 #define FELDRA_ARG(Type) std::conditional_t<std::is_same_v<Type, QString>, const QString&, Type>
 #define FELDRA_PARAM(n)                                                                      \
     double Param##n() override { return param("MachineSetup.Param" #n, n); }                \
-    void setParam##n(double value) override { put("MachineSetup.Param" #n, setup().params[n], value); }
+    void setParam##n(double value) override { setParam("MachineSetup.Param" #n " write", n, value); }
 
     FELDRA_PROPERTY(QString, MakerTag, makerTag)
     FELDRA_PROPERTY(QString, MachineCode, machineCode)
@@ -259,7 +259,7 @@ public:
 
     void LoadSetupFile(const QString& path) override
     {
-        guard("MachineSetup.LoadSetupFile");
+        change("MachineSetup.LoadSetupFile");
         // A file that fails to load leaves the setup and the machine model as they were.
         try {
             feldra::LoadSetupFile(path, setup(), doc().data.simulation.machineModel);
@@ -290,6 +290,16 @@ public:
 
 private:
     MachineSetupData& setup() const { return doc().data.machineSetup; }
+    // A parameter the setup lacks is a change even when written as 0.
+    void setParam(const QString& operation, int number, double value) const
+    {
+        guard(operation);
+        const auto it = setup().params.constFind(number);
+        if (it != setup().params.cend() && *it == value)
+            return;
+        setup().params.insert(number, value);
+        touch();
+    }
     double param(const QString& operation, int number) const
     {
         guard(operation);

@@ -2,6 +2,8 @@
 
 #include "numeric/NumberText.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <optional>
 
@@ -9,11 +11,6 @@ namespace feldra {
 namespace {
 
 // The Data Page parameters in listing order, with the Data Page's captions.
-struct DataPageParameter {
-    int number;
-    const char* caption;
-};
-
 constexpr DataPageParameter kDataPageParameters[] = {
     {813, "Work Receiver No.(##)"},
     {814, "Bar Stock O.D."},
@@ -145,6 +142,14 @@ public:
     {
         std::stable_sort(tools_.begin(), tools_.end(),
                          [](const ToolData* a, const ToolData* b) { return a->number < b->number; });
+        for (qsizetype i = 0; i < document.operations.size(); ++i) {
+            const OperationData* operation = document.operations[i].get();
+            if (!operation)
+                continue;
+            numbers_.insert(operation, int(i + 1));
+            if (operation->id != 0 && !byId_.contains(operation->id))
+                byId_.insert(operation->id, operation);
+        }
     }
 
     QString Write()
@@ -253,7 +258,7 @@ private:
     {
         const TechnologyData* technology = operation.technology.get();
         QString line = QStringLiteral("OP %1 %2 TYPE=%3")
-                           .arg(Number(operation.id), Quoted(operation.name),
+                           .arg(Number(numbers_.value(&operation)), Quoted(operation.name),
                                 Number(technology ? technology->type : 0));
         if (const auto toolId = ToolIdOf(technology)) {
             const ToolData* tool = FindTool(*toolId);
@@ -296,9 +301,10 @@ private:
         if (node.operationId == 0) {
             operation = QStringLiteral("NO OPERATION");
         } else {
-            const OperationData* found = FindOperation(node.operationId);
-            operation = QStringLiteral("OP ") + Number(node.operationId) + QLatin1Char(' ')
-                        + (found ? Quoted(found->name) : QStringLiteral("(MISSING)"));
+            const OperationData* found = byId_.value(node.operationId);
+            operation = found ? QStringLiteral("OP ") + Number(numbers_.value(found))
+                                    + QLatin1Char(' ') + Quoted(found->name)
+                              : QStringLiteral("OP (MISSING ID ") + Number(node.operationId) + QLatin1Char(')');
         }
         return operation + QLatin1Char(' ') + PlacementText(node);
     }
@@ -337,23 +343,33 @@ private:
         return it == document_.tools.cend() ? nullptr : it->get();
     }
 
-    const OperationData* FindOperation(int id) const
-    {
-        const auto it = std::find_if(operations_.cbegin(), operations_.cend(),
-                                     [id](const OperationData* operation) { return operation->id == id; });
-        return it == operations_.cend() ? nullptr : *it;
-    }
-
     const DocumentData& document_;
     const MachineSetupData& setup_;
     const ListingHead head_;
     QList<const ToolData*> tools_; // in tool-number order
     const QList<const OperationData*> operations_;
     const QList<const SyncData*> syncs_;
+    QHash<const OperationData*, int> numbers_; // in document order, from 1
+    QHash<int, const OperationData*> byId_;
     QStringList lines_;
 };
 
 } // namespace
+
+QList<DataPageParameter> DataPageParameters()
+{
+    return {std::begin(kDataPageParameters), std::end(kDataPageParameters)};
+}
+
+int OperationNumber(const DocumentData& document, int operationId)
+{
+    if (operationId == 0)
+        return 0;
+    for (qsizetype i = 0; i < document.operations.size(); ++i)
+        if (document.operations[i] && document.operations[i]->id == operationId)
+            return int(i + 1);
+    return 0;
+}
 
 QStringList GenerateNcListings(const DocumentData& document)
 {

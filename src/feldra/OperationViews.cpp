@@ -22,11 +22,21 @@ public:
     }
 
     QVariant Value() override { return data("TechnologyParameter.Value").value; }
-    void setValue(const QVariant& value) override { data("TechnologyParameter.Value write").value = value; }
+    void setValue(const QVariant& value) override { write(data("TechnologyParameter.Value write").value, value); }
     QString Caption() override { return data("TechnologyParameter.Caption").caption; }
-    void setCaption(const QString& caption) override { data("TechnologyParameter.Caption write").caption = caption; }
+    void setCaption(const QString& caption) override
+    {
+        write(data("TechnologyParameter.Caption write").caption, caption);
+    }
 
 private:
+    template <class T> void write(T& field, const T& value) const
+    {
+        if (field == value)
+            return;
+        field = value;
+        touch();
+    }
     // The parameter's record, once the operation has passed its guard.
     ParameterData& data(const QString& operation) const
     {
@@ -113,7 +123,7 @@ public:
     // flag is accepted and has no further meaning here.
     void Rearrange(const QList<std::shared_ptr<host::Operation>>& order, int mode, bool flag) override
     {
-        guard("Operations.Rearrange");
+        change("Operations.Rearrange");
         Q_UNUSED(flag);
         if (mode != 1)
             fail("Operations.Rearrange", QStringLiteral("Unknown mode %1.").arg(mode));
@@ -170,14 +180,14 @@ public:
     }
     void Remove(int i) override
     {
-        guard("Syncs.Remove");
+        change("Syncs.Remove");
         at(doc().data.syncs, i, "Syncs.Remove");
         doc().data.syncs.removeAt(i - 1);
     }
     // Type index 0 makes a synchronisation of no known type, which the host keeps.
     std::shared_ptr<host::Sync> Add(int typeIndex, const std::array<host::SyncNode, 4>& nodes) override
     {
-        guard("Syncs.Add");
+        change("Syncs.Add");
         const int types = int(doc().data.machineSetup.setupEntries.size());
         if (typeIndex < 0 || typeIndex > types)
             fail("Syncs.Add", QStringLiteral("Type index %1 is not between 0 and %2.").arg(typeIndex).arg(types));

@@ -2,6 +2,8 @@
 
 #include "feldra/Host.h"
 
+#include <QHash>
+
 namespace feldra {
 
 namespace {
@@ -15,18 +17,36 @@ AxisState AxisNamed(const MachineModelData& model, const QString& name)
     return {};
 }
 
+QHash<QString, Point3> ComponentPositions(const MachineModelData& model)
+{
+    QHash<QString, Point3> positions;
+    for (const auto& component : model.components)
+        positions.insert(component->key, component->position);
+    return positions;
+}
+
 } // namespace
 
 QList<SimulatedOperation> SimulationRunner::Run(const std::shared_ptr<DocumentState>& document)
 {
     QList<SimulatedOperation> result;
     host_.SimulationBegin(*document);
+    const MachineModelData& model = document->data.simulation.machineModel;
     for (int position = 1; position <= document->data.operations.size(); ++position) {
+        SimulatedOperation simulated;
+        simulated.position = position;
+        simulated.name = document->data.operations[position - 1]->name;
+        simulated.z2Before = AxisNamed(model, "Z2");
+        simulated.z3Before = AxisNamed(model, "Z3");
+        const QHash<QString, Point3> before = ComponentPositions(model);
         host_.OperationStart(document, position);
         host_.SimulateOperation(document, position);
-        const MachineModelData& model = document->data.simulation.machineModel;
-        result.append({position, document->data.operations[position - 1]->name, AxisNamed(model, "Z2"),
-                       AxisNamed(model, "Z3")});
+        simulated.z2 = AxisNamed(model, "Z2");
+        simulated.z3 = AxisNamed(model, "Z3");
+        for (const auto& component : model.components)
+            if (!before.contains(component->key) || before.value(component->key) != component->position)
+                simulated.moved.append({component->key, component->position.z});
+        result.append(simulated);
     }
     return result;
 }

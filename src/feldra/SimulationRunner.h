@@ -16,16 +16,25 @@ struct AxisState {
     double position = 0;
 };
 
+// A component of the machine model that an operation moved.
+struct ComponentMove {
+    QString key;
+    double z = 0; // where it stands along Z afterwards
+};
+
 struct SimulatedOperation {
     int position = 0; // from 1, document order
     QString name;
-    AxisState z2;
+    AxisState z2; // after the operation
     AxisState z3;
+    AxisState z2Before; // when the operation started
+    AxisState z3Before;
+    QList<ComponentMove> moved;
 };
 
 // The host's simulation run: OnBegin, then for each operation in document order
-// OnOperationStart and OnSimulateOperation; after each operation the Z2 and Z3
-// axes of the document's machine model are read back.
+// OnOperationStart and OnSimulateOperation; before and after each operation the
+// Z2 and Z3 axes and the components of the document's machine model are read.
 class SimulationRunner {
 public:
     explicit SimulationRunner(Host& host) : host_(host) {}

@@ -73,7 +73,7 @@ public:
     }
     void MoveTo(std::shared_ptr<host::Point> position) override
     {
-        guard("Component.MoveTo");
+        change("Component.MoveTo");
         data_->position = own<PointView>(position, "Component.MoveTo").Value();
     }
 
@@ -126,7 +126,7 @@ public:
     }
     void setSpindle(std::shared_ptr<host::Spindle> spindle) override
     {
-        guard("Stock.Spindle write");
+        change("Stock.Spindle write");
         data_->spindle = own<SpindleView>(spindle, "Stock.Spindle write").Data().number;
     }
 
@@ -146,7 +146,7 @@ public:
     std::shared_ptr<host::Stock> AddStock(const QString& name, int kind, std::shared_ptr<host::Feature> profile,
                                           double length, double start) override
     {
-        guard("Simulation.AddStock");
+        change("Simulation.AddStock");
         if (kind != 1)
             fail("Simulation.AddStock", QStringLiteral("Unknown stock kind %1.").arg(kind));
         if (stock(name))
@@ -165,7 +165,7 @@ public:
     }
     void DeleteStock(const QString& name) override
     {
-        guard("Simulation.DeleteStock");
+        change("Simulation.DeleteStock");
         if (simulation().stocks.removeIf([&name](const auto& s) { return s->name == name; }) == 0)
             fail("Simulation.DeleteStock", QStringLiteral("No stock \"%1\".").arg(name));
     }

@@ -83,7 +83,7 @@ int ToolView::SpindleDirection() { return get("Tool.SpindleDirection", data_->sp
 
 void ToolView::setBackSpindle(int value)
 {
-    guard("Tool.BackSpindle write");
+    change("Tool.BackSpindle write");
     if (value != 0 && value != 1)
         fail("Tool.BackSpindle write", QStringLiteral("%1 is neither 0 (main) nor 1 (back).").arg(value));
     data_->backSpindle = value;
@@ -91,7 +91,7 @@ void ToolView::setBackSpindle(int value)
 
 void ToolView::setSpindleDirection(int value)
 {
-    guard("Tool.SpindleDirection write");
+    change("Tool.SpindleDirection write");
     if (value < -1 || value > 1)
         fail("Tool.SpindleDirection write", QStringLiteral("%1 is not -1, 0 or 1.").arg(value));
     data_->spindleDirection = value;
@@ -119,7 +119,7 @@ public:
     // A new tool of the kind, numbered after the last tool, in the document's units.
     std::shared_ptr<host::Tool> Add(int toolType) override
     {
-        guard("Tools.Add");
+        change("Tools.Add");
         auto data = std::make_shared<ToolData>();
         data->toolType = toolType;
         data->unitSystem = doc().data.unitSystem;

@@ -24,6 +24,18 @@ public:
 
 protected:
     void guard(const QString& operation) const { ctx_->faults.Check(operation); }
+    // Passes the guard of an operation that changes the document, and marks the
+    // document modified: whatever an add-in writes is a change to save.
+    void change(const QString& operation) const
+    {
+        guard(operation);
+        touch();
+    }
+    void touch() const
+    {
+        if (doc_)
+            doc_->modified = true;
+    }
 
     template <class T>
     T get(const QString& operation, const T& field) const
@@ -36,7 +48,10 @@ protected:
     void put(const QString& operation, T& field, const V& value) const
     {
         guard(operation + QStringLiteral(" write"));
+        if (field == value)
+            return; // writing the value it has changes nothing
         field = value;
+        touch();
     }
 
     [[noreturn]] static void fail(const QString& operation, const QString& description);

@@ -1,6 +1,5 @@
 #include "feldra/app/MainWindow.h"
 
-#include "feldra/HostActions.h"
 #include "feldra/Host.h"
 #include "feldra/MessageBoxRecorder.h"
 #include "feldra/QtMessageBoxService.h"
@@ -11,34 +10,69 @@
 #include "feldra/app/SimulationPane.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLibraryInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSettings>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolBar>
+#include <QTranslator>
+#include <QWindow>
+
+#include <type_traits>
 
 namespace feldra {
 
 namespace {
 
 const QString kLanguageKey = QStringLiteral("Language");
+const char* const kHandleProperty = "feldraCommandHandle";
+const char* const kHostCaptionProperty = "feldraHostCaption";
 
 QSettings AppSettings() { return QSettings(QStringLiteral("Feldra"), QStringLiteral("feldra")); }
 
 QString DocumentFilter() { return QStringLiteral("Feldra documents (*.fdoc)"); }
 QString TemplateFilter() { return QStringLiteral("Feldra templates (*.fdt)"); }
 
+// A window of an add-in (a dialog, a modeless form) as opposed to menus,
+// tooltips and the like, whose showing changes no command's state.
+bool IsFormWindow(QObject* watched)
+{
+    if (!watched->isWidgetType())
+        return false;
+    auto* widget = static_cast<QWidget*>(watched);
+    const Qt::WindowType type = widget->windowType();
+    return widget->isWindow() && (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool || type == Qt::Sheet);
+}
+
+// Drops the leading, trailing and doubled separators of a menu.
+void TidySeparators(QMenu* menu)
+{
+    QAction* previous = nullptr;
+    for (QAction* action : menu->actions()) {
+        if (action->isSeparator() && (!previous || previous->isSeparator())) {
+            menu->removeAction(action);
+            continue;
+        }
+        previous = action;
+    }
+    if (previous && previous->isSeparator())
+        menu->removeAction(previous);
+}
+
 } // namespace
 
 MainWindow::MainWindow(Host& host, QWidget* parent)
     : QMainWindow(parent), host_(host), tree_(new DocumentTree), panes_(new QTabWidget),
       simulation_(new SimulationPane), nc_(new QPlainTextEdit), log_(new QPlainTextEdit),
-      help_(new HelpViewer(this)), masks_(new MaskingPanel(this))
+      help_(new HelpViewer(this)), masks_(new MaskingPanel(this)), stateUpdate_(new QTimer(this))
 {
     setObjectName("feldraMainWindow");
     nc_->setObjectName("ncPane");
@@ -55,8 +89,13 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
     auto* splitter = new QSplitter(Qt::Vertical);
     splitter->addWidget(tree_);
     splitter->addWidget(panes_);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
     setCentralWidget(splitter);
+    // One row per bar: in German the bars together are wider than the window.
     for (int number : kShownCommandBars) {
+        if (!toolBars_.isEmpty())
+            addToolBarBreak();
         auto* bar = addToolBar(host_.App().CommandBar(number)->name);
         bar->setObjectName(QStringLiteral("commandBar%1").arg(number));
         bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -65,7 +104,15 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
     addDockWidget(Qt::RightDockWidgetArea, masks_);
     masks_->hide();
     connect(masks_, &MaskingPanel::MaskChanged, this, &MainWindow::RefreshDocumentView);
-    resize(1000, 700);
+    resize(kDefaultSize);
+
+    // Command states are asked again once control is back in the event loop
+    // after a window came or went, or the focus moved to another window.
+    stateUpdate_->setSingleShot(true);
+    stateUpdate_->setInterval(0);
+    connect(stateUpdate_, &QTimer::timeout, this, &MainWindow::UpdateCommandStates);
+    connect(qApp, &QGuiApplication::focusWindowChanged, stateUpdate_, qOverload<>(&QTimer::start));
+    qApp->installEventFilter(this);
 
     HostServices& services = host_.Services();
     services.mainWindow = this;
@@ -86,8 +133,11 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
 
 MainWindow::~MainWindow()
 {
+    qApp->removeEventFilter(this);
+    if (qtCatalogue_)
+        QCoreApplication::removeTranslator(qtCatalogue_.get());
     HostServices& services = host_.Services();
-    if (services.messageBox == messageBox_)
+    if (messageBox_ && services.messageBox == messageBox_)
         services.messageBox = std::make_shared<MessageBoxRecorder>();
     services.mainWindow = nullptr;
     services.refreshView = nullptr;
@@ -109,6 +159,15 @@ void MainWindow::InstallInteractiveServices()
     };
 }
 
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    const QEvent::Type type = event->type();
+    if ((type == QEvent::Show || type == QEvent::Hide || type == QEvent::Close) && watched != this
+        && IsFormWindow(watched))
+        stateUpdate_->start();
+    return false;
+}
+
 // ---- command bars and menus ---------------------------------------------------
 
 QToolBar* MainWindow::CommandBarToolBar(int number) const { return toolBars_.value(number); }
@@ -128,11 +187,13 @@ QAction* MainWindow::controlAction(const ControlData& control, QWidget* owner)
         action->setIcon(QIcon(control.smallBitmap));
     if (ofHost) {
         const std::function<void()> run = hostCommand(control.caption);
-        action->setEnabled(bool(run)); // the stand-in host has no other functions
+        action->setProperty(kHostCaptionProperty, control.caption);
+        action->setEnabled(bool(run) && hostCommandEnabled(control.caption)); // the stand-in host has no other functions
         if (run)
             connect(action, &QAction::triggered, this, run);
     } else {
         const int handle = control.commandHandle;
+        action->setProperty(kHandleProperty, handle);
         action->setEnabled(host_.CommandEnabled(handle));
         connect(action, &QAction::triggered, this, [this, handle] { InvokeCommand(handle); });
     }
@@ -155,7 +216,7 @@ void MainWindow::addFileActions(QMenu* menu)
 {
     const auto t = [this](const char* english) { return localizer_.Translate(QString::fromLatin1(english)); };
     // An action that asks for a file first, and does nothing when none is chosen.
-    const auto withFile = [this](QString filter, void (MainWindow::*action)(const QString&)) {
+    const auto withFile = [this](QString filter, bool (MainWindow::*action)(const QString&)) {
         return [this, filter, action] {
             const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), filter);
             if (!path.isEmpty())
@@ -165,11 +226,19 @@ void MainWindow::addFileActions(QMenu* menu)
     menu->addAction(t("Open..."), this, withFile(DocumentFilter(), &MainWindow::OpenDocument));
     menu->addAction(t("New from Template..."), this, withFile(TemplateFilter(), &MainWindow::NewDocument));
     menu->addAction(t("Open Template..."), this, withFile(TemplateFilter(), &MainWindow::OpenTemplate));
+    menu->addSeparator();
     const bool open = host_.ActiveDocument() != nullptr;
-    menu->addAction(t("Save"), this, [this] {
+    QAction* save = menu->addAction(t("Save"), this, [this] {
         QString path = host_.ActiveDocument()->fileName;
         if (path.isEmpty())
-            path = QFileDialog::getSaveFileName(this, QString(), QString(), DocumentFilter());
+            path = askSavePath();
+        if (!path.isEmpty())
+            SaveDocument(path);
+    });
+    save->setShortcut(QKeySequence::Save);
+    save->setEnabled(open);
+    menu->addAction(t("Save As..."), this, [this] {
+        const QString path = askSavePath();
         if (!path.isEmpty())
             SaveDocument(path);
     })->setEnabled(open);
@@ -178,28 +247,13 @@ void MainWindow::addFileActions(QMenu* menu)
     menu->addAction(t("Exit"), this, &QWidget::close);
 }
 
-void MainWindow::addMaskingAction(QMenu* menu)
+void MainWindow::addViewActions(QMenu* menu)
 {
     QAction* toggle = masks_->toggleViewAction();
     toggle->setText(localizer_.Translate("Masking Panel"));
     toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     menu->addAction(toggle);
-}
 
-void MainWindow::SendKeys(const QString& keys)
-{
-    // "^" stands for Control, as the host's keystroke strings write it.
-    const QString written = keys.startsWith(QLatin1Char('^')) ? QStringLiteral("Ctrl+") + keys.mid(1).toUpper() : keys;
-    const QKeySequence sequence(written);
-    for (QAction* action : findChildren<QAction*>())
-        if (action->shortcut() == sequence && action->isEnabled()) {
-            action->trigger();
-            return;
-        }
-}
-
-void MainWindow::addLanguageMenu(QMenu* menu)
-{
     QMenu* languages = menu->addMenu(localizer_.Translate("Language"));
     auto* group = new QActionGroup(languages);
     for (const auto& language : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "German"}}) {
@@ -215,8 +269,33 @@ void MainWindow::addLanguageMenu(QMenu* menu)
     }
 }
 
+void MainWindow::SendKeys(const QString& keys)
+{
+    // "^" stands for Control, as the host's keystroke strings write it.
+    const QString written = keys.startsWith(QLatin1Char('^')) ? QStringLiteral("Ctrl+") + keys.mid(1).toUpper() : keys;
+    const QKeySequence sequence(written);
+    for (QAction* action : findChildren<QAction*>())
+        if (action->shortcut() == sequence && action->isEnabled()) {
+            action->trigger();
+            return;
+        }
+}
+
+// The host's functions that work on operations, also found on the "Lathe" bar.
+void MainWindow::addOperationActions(QMenu* menu)
+{
+    for (const char* caption : {"Simulate", "Generate NC Code"}) {
+        ControlData control;
+        control.caption = QString::fromLatin1(caption);
+        control.toolTip = control.caption;
+        menu->addAction(controlAction(control, menu));
+    }
+}
+
 // The host's popups with the add-ins' entries; File carries the document
-// actions and View the language choice.
+// actions, View the masking panel and the language, Operations the
+// simulation and NC code. Entries of host functions this host lacks are left
+// out, and a popup left empty is not shown.
 void MainWindow::buildMenus()
 {
     const QList<QMenu*> old = menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly);
@@ -224,15 +303,24 @@ void MainWindow::buildMenus()
     for (QMenu* menu : old)
         menu->deleteLater();
     for (const auto& data : host_.App().mainMenus) {
-        QMenu* menu = menuBar()->addMenu(localizer_.Translate(data->caption));
+        auto* menu = new QMenu(localizer_.Translate(data->caption), menuBar());
         if (data->number == 1)
             addFileActions(menu);
-        if (data->number == 3) {
-            addMaskingAction(menu);
-            addLanguageMenu(menu);
+        if (data->number == 3)
+            addViewActions(menu);
+        if (data->number == 6)
+            addOperationActions(menu);
+        for (const auto& entry : data->entries) {
+            const bool lacking = entry->commandHandle == 0 && entry->type != ControlData::Separator
+                                 && !hostCommand(entry->caption);
+            if (!lacking)
+                menu->addAction(controlAction(*entry, menu));
         }
-        for (const auto& entry : data->entries)
-            menu->addAction(controlAction(*entry, menu));
+        TidySeparators(menu);
+        if (menu->actions().isEmpty())
+            menu->deleteLater();
+        else
+            menuBar()->addMenu(menu);
     }
 }
 
@@ -241,6 +329,23 @@ void MainWindow::RefreshCommandBars()
     for (auto it = toolBars_.cbegin(); it != toolBars_.cend(); ++it)
         fillToolBar(it.value(), it.key());
     buildMenus();
+}
+
+void MainWindow::UpdateCommandStates()
+{
+    QList<QAction*> actions;
+    for (QToolBar* bar : std::as_const(toolBars_))
+        actions += bar->actions();
+    for (QMenu* menu : menuBar()->findChildren<QMenu*>())
+        actions += menu->actions();
+    for (QAction* action : std::as_const(actions)) {
+        const QVariant handle = action->property(kHandleProperty);
+        const QVariant caption = action->property(kHostCaptionProperty);
+        if (handle.isValid())
+            action->setEnabled(host_.CommandEnabled(handle.toInt()));
+        else if (caption.isValid())
+            action->setEnabled(bool(hostCommand(caption.toString())) && hostCommandEnabled(caption.toString()));
+    }
 }
 
 std::function<void()> MainWindow::hostCommand(const QString& caption)
@@ -257,17 +362,31 @@ std::function<void()> MainWindow::hostCommand(const QString& caption)
     return {};
 }
 
+bool MainWindow::hostCommandEnabled(const QString& caption) const
+{
+    const bool onDocument = caption == "Simulate" || caption == "Generate NC Code";
+    return !onDocument || host_.ActiveDocument() != nullptr;
+}
+
 // ---- views --------------------------------------------------------------------
+
+QString MainWindow::documentName(const DocumentState& document) const
+{
+    if (!document.fileName.isEmpty())
+        return QFileInfo(document.fileName).fileName();
+    return document.data.title.isEmpty() ? localizer_.Translate("Untitled") : document.data.title;
+}
 
 void MainWindow::RefreshDocumentView()
 {
     const auto& document = host_.ActiveDocument();
-    masks_->Show(document ? &document->data : nullptr, localizer_);
-    tree_->Show(document ? &document->data : nullptr, localizer_, masks_->Masked());
-    const QString title = !document ? QString()
-                          : document->fileName.isEmpty() ? document->data.title
-                                                         : QFileInfo(document->fileName).fileName();
-    setWindowTitle(title.isEmpty() ? QStringLiteral("Feldra") : title + QStringLiteral(" - Feldra"));
+    const DocumentData* data = document ? &document->data : nullptr;
+    masks_->Show(data, localizer_);
+    tree_->Show(data, localizer_, masks_->Masked());
+    simulation_->ShowStock(data, localizer_);
+    // "[*]" is where the window shows that the document has changes.
+    setWindowTitle(document ? documentName(*document) + QStringLiteral("[*] - Feldra") : QStringLiteral("Feldra"));
+    setWindowModified(document && document->modified);
 }
 
 void MainWindow::RefreshLog()
@@ -298,56 +417,176 @@ int MainWindow::StoredLanguage()
 
 void MainWindow::SetLanguage(int languageCode)
 {
-    host_.App().languageCode = languageCode;
     localizer_.setLanguageCode(languageCode);
     localizer_.Initialise();
+    installQtCatalogue(languageCode);
+    host_.SetLanguage(languageCode);
     retranslate();
+}
+
+// Qt's own texts (dialog buttons, file dialogs) from Qt's catalogue.
+void MainWindow::installQtCatalogue(int languageCode)
+{
+    if (qtCatalogue_) {
+        QCoreApplication::removeTranslator(qtCatalogue_.get());
+        qtCatalogue_.reset();
+    }
+    if (languageCode != QtLocalizer::kGerman)
+        return;
+    auto catalogue = std::make_unique<QTranslator>();
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (!catalogue->load(QStringLiteral("qtbase_de"), folder)) {
+        host_.Log().RecordRequest(QStringLiteral("Feldra.QtCatalogue"), {folder + QStringLiteral("/qtbase_de.qm missing")});
+        return;
+    }
+    QCoreApplication::installTranslator(catalogue.get());
+    qtCatalogue_ = std::move(catalogue);
 }
 
 void MainWindow::retranslate()
 {
     for (int i = 0; i < panes_->count(); ++i)
         panes_->setTabText(i, localizer_.Translate(QStringList{"Simulation", "NC Code", "Log"}.value(i)));
+    simulation_->Retranslate(localizer_);
     localizer_.TranslateForm(help_);
     RefreshAll();
 }
 
+// ---- documents ----------------------------------------------------------------
+
+MainWindow::SaveChoice MainWindow::askToSave(const DocumentState& document)
+{
+    const QString prompt =
+        localizer_.Translate("The document \"%1\" has changes. Save them?").arg(documentName(document));
+    if (messageBox_) {
+        QMessageBox box(QMessageBox::Warning, QStringLiteral("Feldra"), prompt,
+                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+        box.setDefaultButton(QMessageBox::Save);
+        switch (box.exec()) {
+        case QMessageBox::Save: return SaveChoice::Save;
+        case QMessageBox::Discard: return SaveChoice::Discard;
+        default: return SaveChoice::Cancel;
+        }
+    }
+    switch (host_.Services().messageBox->Show(prompt, host::MsgButtons::YesNoCancel, host::MsgIcon::Exclamation,
+                                              QStringLiteral("Feldra"))) {
+    case host::MsgResult::Yes: return SaveChoice::Save;
+    case host::MsgResult::No: return SaveChoice::Discard;
+    default: return SaveChoice::Cancel;
+    }
+}
+
+// A file name chosen by the user; without a user (a macro) there is none to ask.
+QString MainWindow::askSavePath()
+{
+    if (!messageBox_)
+        throw host::HostError(QStringLiteral("Feldra.Save"),
+                              QStringLiteral("The document has no file name yet: save it under a name first."));
+    QString path = QFileDialog::getSaveFileName(this, localizer_.Translate("Save As"), QString(), DocumentFilter());
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
+        path += QStringLiteral(".fdoc");
+    return path;
+}
+
+bool MainWindow::SettleChanges(DocumentState& document)
+{
+    if (!document.modified)
+        return true;
+    switch (askToSave(document)) {
+    case SaveChoice::Cancel: return false;
+    case SaveChoice::Discard: return true;
+    case SaveChoice::Save: break;
+    }
+    const QString path = document.fileName.isEmpty() ? askSavePath() : document.fileName;
+    if (path.isEmpty())
+        return false; // the user cancelled the file dialog
+    SaveDocumentFile(host_, document, path);
+    return true;
+}
+
+bool MainWindow::CloseActiveDocument()
+{
+    const auto document = host_.ActiveDocument();
+    if (!document)
+        return true;
+    if (!SettleChanges(*document))
+        return false;
+    host_.CloseDocument(document);
+    return true;
+}
+
+// The changes are settled first (the file to open may be the one saved), then
+// the file is read: one that does not load leaves the document open.
+bool MainWindow::ReplaceDocument(const QString& path, OpenAs as)
+{
+    const auto current = host_.ActiveDocument();
+    if (current && !SettleChanges(*current))
+        return false;
+    const auto next = ReadDocumentState(path, as);
+    if (current)
+        host_.CloseDocument(current);
+    PresentDocument(host_, next, as);
+    return true;
+}
+
 // ---- actions ------------------------------------------------------------------
 
-template <class Action>
-void MainWindow::attempt(Action action)
+void MainWindow::reportError(const QString& description)
 {
+    host_.Services().messageBox->Show(description, host::MsgButtons::OK, host::MsgIcon::Critical,
+                                      QStringLiteral("Feldra"));
+}
+
+// Runs a user's action: a failure is shown; the window is refreshed either way.
+template <class Action>
+bool MainWindow::attempt(Action action)
+{
+    bool done = false;
     try {
-        action();
+        if constexpr (std::is_void_v<decltype(action())>) {
+            action();
+            done = true;
+        } else {
+            done = action();
+        }
     } catch (const host::HostError& error) {
-        QMessageBox::warning(this, QStringLiteral("Feldra"), error.Description());
+        reportError(error.Description());
     } catch (const std::exception& error) {
-        QMessageBox::warning(this, QStringLiteral("Feldra"), QString::fromUtf8(error.what()));
+        reportError(QString::fromUtf8(error.what()));
     }
     RefreshAll();
+    return done;
 }
 
-void MainWindow::OpenDocument(const QString& path) { attempt([&] { OpenDocumentFile(host_, path); }); }
-void MainWindow::NewDocument(const QString& templatePath)
+bool MainWindow::OpenDocument(const QString& path)
 {
-    attempt([&] { NewDocumentFromTemplate(host_, templatePath); });
+    return attempt([&] { return ReplaceDocument(path, OpenAs::Document); });
 }
-void MainWindow::OpenTemplate(const QString& path) { attempt([&] { OpenTemplateFile(host_, path); }); }
 
-void MainWindow::SaveDocument(const QString& path)
+bool MainWindow::NewDocument(const QString& templatePath)
 {
-    attempt([&] {
-        if (const auto& document = host_.ActiveDocument())
-            SaveDocumentFile(host_, *document, path);
+    return attempt([&] { return ReplaceDocument(templatePath, OpenAs::NewDocument); });
+}
+
+bool MainWindow::OpenTemplate(const QString& path)
+{
+    return attempt([&] { return ReplaceDocument(path, OpenAs::Template); });
+}
+
+bool MainWindow::SaveDocument(const QString& path)
+{
+    return attempt([&] {
+        const auto document = host_.ActiveDocument();
+        if (!document)
+            return false;
+        SaveDocumentFile(host_, *document, path);
+        return true;
     });
 }
 
-void MainWindow::CloseDocument()
+bool MainWindow::CloseDocument()
 {
-    attempt([&] {
-        if (const auto document = host_.ActiveDocument())
-            host_.CloseDocument(document);
-    });
+    return attempt([&] { return CloseActiveDocument(); });
 }
 
 void MainWindow::InvokeCommand(int commandHandle)
@@ -386,8 +625,19 @@ void MainWindow::GenerateNcCode()
     });
 }
 
+// Quitting settles the changes of every open document first.
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    const bool settled = attempt([&] {
+        for (const auto& document : QList(host_.Documents()))
+            if (!SettleChanges(*document))
+                return false;
+        return true;
+    });
+    if (!settled) {
+        event->ignore();
+        return;
+    }
     host_.Quit();
     QMainWindow::closeEvent(event);
 }

@@ -97,9 +97,15 @@ void MacroApi::after()
 
 // ---- documents ------------------------------------------------------------------
 
-void MacroApi::open(const QString& path) { call([&] { OpenDocumentFile(host_, path); }); }
-void MacroApi::newDocument(const QString& templatePath) { call([&] { NewDocumentFromTemplate(host_, templatePath); }); }
-void MacroApi::openTemplate(const QString& path) { call([&] { OpenTemplateFile(host_, path); }); }
+bool MacroApi::open(const QString& path) { return call([&] { return window_.ReplaceDocument(path, OpenAs::Document); }); }
+bool MacroApi::newDocument(const QString& templatePath)
+{
+    return call([&] { return window_.ReplaceDocument(templatePath, OpenAs::NewDocument); });
+}
+bool MacroApi::openTemplate(const QString& path)
+{
+    return call([&] { return window_.ReplaceDocument(path, OpenAs::Template); });
+}
 
 QString MacroApi::save(const QString& path)
 {
@@ -116,13 +122,7 @@ QString MacroApi::save(const QString& path)
     });
 }
 
-void MacroApi::close()
-{
-    call([&] {
-        if (const auto document = host_.ActiveDocument())
-            host_.CloseDocument(document);
-    });
-}
+bool MacroApi::close() { return call([&] { return window_.CloseActiveDocument(); }); }
 
 QString MacroApi::documentFile() const
 {
@@ -241,10 +241,13 @@ void MacroApi::onDialog(const QString& formName, const QJSValue& handler) { dial
 
 void MacroApi::answer(const QString& result)
 {
-    const int code = int(kResultNames.indexOf(result));
+    const QString named = result == QLatin1String("Save") ? QStringLiteral("Yes")
+                          : result == QLatin1String("Discard") ? QStringLiteral("No")
+                                                               : result;
+    const int code = int(kResultNames.indexOf(named));
     if (code <= 0)
         return engine_.throwError(QStringLiteral("A message box has no answer \"%1\" (one of %2).")
-                                      .arg(result, kResultNames.mid(1).join(", ")));
+                                      .arg(result, kResultNames.mid(1).join(", ") + ", Save, Discard"));
     messages_.Answer(host::MsgResult(code));
 }
 
@@ -327,6 +330,25 @@ QString MacroApi::screenshot(const QString& path)
         const QString written = GrabToPng(&window_, path);
         if (written.isEmpty())
             Fail(QStringLiteral("Cannot write the screenshot %1.").arg(path));
+        return written;
+    });
+}
+
+QStringList MacroApi::screenshots(const QString& path)
+{
+    return call([&] {
+        const QFileInfo info(path);
+        const QString stem = info.path() + QLatin1Char('/') + info.completeBaseName();
+        const int language = window_.Language();
+        QStringList written;
+        for (const auto& [code, suffix] : {std::pair{QtLocalizer::kEnglish, "-en.png"}, std::pair{QtLocalizer::kGerman, "-de.png"}}) {
+            window_.SetLanguage(code);
+            QCoreApplication::sendPostedEvents();
+            written << GrabToPng(&window_, stem + QLatin1String(suffix));
+            if (written.last().isEmpty())
+                Fail(QStringLiteral("Cannot write the screenshot %1.").arg(stem + QLatin1String(suffix)));
+        }
+        window_.SetLanguage(language);
         return written;
     });
 }

@@ -26,12 +26,15 @@ public:
              DialogWatcher& dialogs);
 
     // ---- documents
-    Q_INVOKABLE void open(const QString& path);
-    Q_INVOKABLE void newDocument(const QString& templatePath);
-    Q_INVOKABLE void openTemplate(const QString& path);
+    // Each replaces the active document as the window's File menu does: when
+    // it has changes, the save prompt comes first (a message box answered
+    // Save or Yes, Discard or No, Cancel). False when the prompt was cancelled.
+    Q_INVOKABLE bool open(const QString& path);
+    Q_INVOKABLE bool newDocument(const QString& templatePath);
+    Q_INVOKABLE bool openTemplate(const QString& path);
     // Saves the active document, under path when given; returns the absolute path.
     Q_INVOKABLE QString save(const QString& path = {});
-    Q_INVOKABLE void close();
+    Q_INVOKABLE bool close();
     Q_INVOKABLE QString documentFile() const;
 
     // ---- commands
@@ -46,8 +49,8 @@ public:
     Q_INVOKABLE QStringList dialogs() const;
     Q_INVOKABLE QJSValue dialog(const QString& formName);
     Q_INVOKABLE void onDialog(const QString& formName, const QJSValue& handler);
-    // Queues the answer ("OK", "Cancel", "Abort", "Retry", "Ignore", "Yes", "No")
-    // to the next message box.
+    // Queues the answer ("OK", "Cancel", "Abort", "Retry", "Ignore", "Yes", "No";
+    // "Save" and "Discard" for the save prompt's Yes and No) to the next message box.
     Q_INVOKABLE void answer(const QString& result);
     // Every message box so far: [{prompt, title, icon, buttons}].
     Q_INVOKABLE QJSValue messages();
@@ -63,6 +66,9 @@ public:
     // The facade path walked by the `doc` object: steps [[name, [args]] ...].
     Q_INVOKABLE QJSValue facade(const QJSValue& steps);
     Q_INVOKABLE QString screenshot(const QString& path);
+    // The main window in English and in German ("feldra.png" gives
+    // "feldra-en.png" and "feldra-de.png"); the language is restored after.
+    Q_INVOKABLE QStringList screenshots(const QString& path);
     Q_INVOKABLE QString writeText(const QString& path, const QString& text);
     Q_INVOKABLE QJSValue failedCallbacks();
     Q_INVOKABLE void setLanguage(int languageCode);
