@@ -38,7 +38,7 @@ QString TemplateFilter() { return QStringLiteral("Feldra templates (*.fdt)"); }
 MainWindow::MainWindow(Host& host, QWidget* parent)
     : QMainWindow(parent), host_(host), tree_(new DocumentTree), panes_(new QTabWidget),
       simulation_(new SimulationPane), nc_(new QPlainTextEdit), log_(new QPlainTextEdit),
-      help_(new HelpViewer(this)), masks_(new MaskingPanel(this))
+      help_(new HelpViewer(localizer_, this)), masks_(new MaskingPanel(this))
 {
     setObjectName("feldraMainWindow");
     nc_->setObjectName("ncPane");
