@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 using feldra::HelpViewer;
 
@@ -113,6 +114,8 @@ private slots:
         QVERIFY(!back->isEnabled());
         forward->trigger();
         QCOMPARE(Shown(viewer), QStringLiteral("TooData.htm"));
+        QCOMPARE(viewer.findChild<QTreeView*>("treeContents")->currentIndex().data().toString(),
+                 QStringLiteral("Tool Data")); // the contents follow the page
         viewer.findChild<QAction*>("actHome")->trigger();
         QCOMPARE(Shown(viewer), QStringLiteral("Index.htm"));
 

@@ -31,19 +31,21 @@ namespace feldra {
 // file through the help engine.
 class HelpBrowser : public QTextBrowser {
 public:
-    HelpBrowser(QHelpEngine* engine, QWidget* parent) : QTextBrowser(parent), engine_(engine) {}
+    using QTextBrowser::QTextBrowser;
+
+    void setEngine(QHelpEngine* engine) { engine_ = engine; }
 
     // Pages, pictures and style sheets, named relative to the page or in full.
     QVariant loadResource(int type, const QUrl& url) override
     {
         const QUrl resolved = url.isRelative() ? source().resolved(url) : url;
-        if (resolved.scheme() == QLatin1String("qthelp"))
+        if (engine_ && resolved.scheme() == QLatin1String("qthelp"))
             return engine_->fileData(resolved);
         return QTextBrowser::loadResource(type, url);
     }
 
 private:
-    QHelpEngine* engine_;
+    QHelpEngine* engine_ = nullptr;
 };
 
 namespace {
@@ -52,28 +54,24 @@ namespace {
 // just opened; they take milliseconds for the add-in's help.
 constexpr int kContentsWaitMs = 10000;
 
-QWidget* Column(QWidget* top, QWidget* rest)
+// A column of widgets without margins, the last one stretched.
+QWidget* Column(const QList<QWidget*>& widgets = {})
 {
     auto* column = new QWidget;
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(top);
-    layout->addWidget(rest, 1);
+    for (QWidget* widget : widgets)
+        layout->addWidget(widget, widget == widgets.last() ? 1 : 0);
     return column;
 }
 
 } // namespace
 
 HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
-    : QWidget(parent, Qt::Window), localizer_(localizer), collectionFolder_(std::make_unique<QTemporaryDir>())
+    : QWidget(parent, Qt::Window), localizer_(localizer)
 {
     setObjectName("feldraHelpViewer");
     setWindowTitle(QStringLiteral("Feldra Help"));
-
-    // The viewer's own collection of help files, thrown away with the viewer.
-    engine_ = new QHelpEngine(collectionFolder_->filePath(QStringLiteral("feldra-help.qhc")), this);
-    engine_->setReadOnly(false);
-    engine_->setupData();
 
     auto* toolBar = new QToolBar;
     back_ = toolBar->addAction(style()->standardIcon(QStyle::SP_ArrowBack), QStringLiteral("Back"));
@@ -86,11 +84,8 @@ HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
     back_->setEnabled(false);
     forward_->setEnabled(false);
 
-    QHelpContentWidget* contents = engine_->contentWidget();
-    contents->setObjectName("treeContents");
-    contents->setHeaderHidden(true);
-    QHelpIndexWidget* index = engine_->indexWidget();
-    index->setObjectName("lstIndex");
+    contentsPane_ = Column(); // holds the contents once there is a help engine
+    indexPane_ = Column();    // and the index
     indexFilter_ = new QLineEdit;
     indexFilter_->setObjectName("txtIndex");
     searchText_ = new QLineEdit;
@@ -105,36 +100,63 @@ HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
     searchLayout->addWidget(searchText_, 1);
     searchLayout->addWidget(searchButton);
 
-    tabs_ = new QTabWidget;
-    tabs_->setObjectName("tabsHelp");
-    tabs_->addTab(contents, QStringLiteral("Contents"));
-    tabs_->addTab(Column(indexFilter_, index), QStringLiteral("Index"));
-    tabs_->addTab(Column(searchRow, searchResults_), QStringLiteral("Search"));
+    auto* tabs = new QTabWidget;
+    tabs->setObjectName("tabsHelp");
+    tabs->addTab(contentsPane_, QStringLiteral("Contents"));
+    tabs->addTab(Column({indexFilter_, indexPane_}), QStringLiteral("Index"));
+    tabs->addTab(Column({searchRow, searchResults_}), QStringLiteral("Search"));
 
     message_ = new QLabel;
     message_->setObjectName("lblMessage");
     message_->setWordWrap(true);
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     message_->hide();
-    page_ = new HelpBrowser(engine_, this);
+    page_ = new HelpBrowser(this);
     page_->setObjectName("txtPage");
 
     auto* splitter = new QSplitter;
-    splitter->addWidget(tabs_);
-    splitter->addWidget(Column(message_, page_));
+    splitter->addWidget(tabs);
+    splitter->addWidget(Column({message_, page_}));
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({260, 640});
+    splitter->setSizes({260, 780});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(toolBar);
     layout->addWidget(splitter, 1);
-    resize(960, 640);
+    resize(1060, 720);
 
     connect(back_, &QAction::triggered, page_, &QTextBrowser::backward);
     connect(forward_, &QAction::triggered, page_, &QTextBrowser::forward);
     connect(home_, &QAction::triggered, this, [this] { showUrl(startPage()); });
     connect(page_, &QTextBrowser::backwardAvailable, back_, &QAction::setEnabled);
     connect(page_, &QTextBrowser::forwardAvailable, forward_, &QAction::setEnabled);
-    connect(page_, &QTextBrowser::sourceChanged, this, [this] { syncContents(); });
+    connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::syncContents);
+    connect(searchText_, &QLineEdit::returnPressed, this, &HelpViewer::search);
+    connect(searchButton, &QPushButton::clicked, this, &HelpViewer::search);
+    connect(searchResults_, &QListWidget::itemActivated, this,
+            [this](QListWidgetItem* item) { showUrl(item->data(Qt::UserRole).toUrl()); });
+}
+
+// The help engine with the viewer's own collection of help files (thrown away
+// with the viewer) and its contents and index, made when help is first asked
+// for: the host starts without them.
+void HelpViewer::makeEngine()
+{
+    if (engine_)
+        return;
+    collectionFolder_ = std::make_unique<QTemporaryDir>();
+    engine_ = new QHelpEngine(collectionFolder_->filePath(QStringLiteral("feldra-help.qhc")), this);
+    engine_->setReadOnly(false);
+    engine_->setupData();
+    page_->setEngine(engine_);
+
+    QHelpContentWidget* contents = engine_->contentWidget();
+    contents->setObjectName("treeContents");
+    contents->setHeaderHidden(true);
+    contentsPane_->layout()->addWidget(contents);
+    QHelpIndexWidget* index = engine_->indexWidget();
+    index->setObjectName("lstIndex");
+    indexPane_->layout()->addWidget(index);
+
     connect(contents, &QHelpContentWidget::linkActivated, this, &HelpViewer::showUrl);
     connect(index, &QHelpIndexWidget::documentActivated, this,
             [this](const QHelpLink& document, const QString&) { showUrl(document.url); });
@@ -145,10 +167,6 @@ HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
             });
     connect(indexFilter_, &QLineEdit::textChanged, index, [index](const QString& text) { index->filterIndices(text); });
     connect(indexFilter_, &QLineEdit::returnPressed, index, &QHelpIndexWidget::activateCurrentItem);
-    connect(searchText_, &QLineEdit::returnPressed, this, &HelpViewer::search);
-    connect(searchButton, &QPushButton::clicked, this, &HelpViewer::search);
-    connect(searchResults_, &QListWidget::itemActivated, this,
-            [this](QListWidgetItem* item) { showUrl(item->data(Qt::UserRole).toUrl()); });
     QHelpSearchEngine* searchEngine = engine_->searchEngine();
     // The help engine indexes a file for the full-text search by itself once
     // it is registered, at times more than once; a search waits for the
@@ -165,8 +183,10 @@ HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
 
 HelpViewer::~HelpViewer()
 {
-    engine_->searchEngine()->cancelIndexing();
-    engine_->searchEngine()->cancelSearching();
+    if (engine_) {
+        engine_->searchEngine()->cancelIndexing();
+        engine_->searchEngine()->cancelSearching();
+    }
 }
 
 QString HelpViewer::translated(const QString& english) const { return localizer_.Translate(english); }
@@ -178,6 +198,7 @@ QString HelpViewer::Message() const { return message_->isVisible() ? message_->t
 void HelpViewer::ShowTopic(const QString& helpFile, const QString& topic)
 {
     showMessage(QString());
+    makeEngine();
     const bool anotherFile = helpFile != helpFile_ || namespace_.isEmpty();
     if (openFile(helpFile)) {
         const QString page = topic.section(QLatin1Char('#'), 0, 0);
@@ -286,6 +307,8 @@ QUrl HelpViewer::findTopic(const QString& page) const
 
 QUrl HelpViewer::startPage() const
 {
+    if (!engine_)
+        return {};
     QHelpContentModel* contents = engine_->contentModel();
     if (const QHelpContentItem* first = contents->contentItemAt(contents->index(0, 0)))
         return first->url();
@@ -327,10 +350,12 @@ bool HelpViewer::hasPlace(const QString& place) const
     return false;
 }
 
-void HelpViewer::syncContents()
+void HelpViewer::syncContents(const QUrl& page)
 {
+    if (!engine_)
+        return;
     QHelpContentWidget* contents = engine_->contentWidget();
-    const QModelIndex index = contents->indexOf(page_->source());
+    const QModelIndex index = contents->indexOf(page);
     if (index.isValid()) {
         contents->setCurrentIndex(index);
         contents->scrollTo(index);

@@ -10,7 +10,6 @@ class QHelpEngine;
 class QLabel;
 class QLineEdit;
 class QListWidget;
-class QTabWidget;
 class QTemporaryDir;
 
 namespace host {
@@ -46,6 +45,7 @@ public:
     QString Message() const;
 
 private:
+    void makeEngine();
     bool openFile(const QString& helpFile);
     void closeFile();
     void waitForContentsAndIndex();
@@ -54,14 +54,14 @@ private:
     void showUrl(const QUrl& url);
     void showMessage(const QString& english, const QStringList& arguments = {});
     bool hasPlace(const QString& place) const;
-    void syncContents();
+    void syncContents(const QUrl& page);
     void search();
     void showSearchResults();
     QString translated(const QString& english) const;
 
     const host::Localizer& localizer_;
     std::unique_ptr<QTemporaryDir> collectionFolder_;
-    QHelpEngine* engine_;
+    QHelpEngine* engine_ = nullptr;
     QString helpFile_;
     QString namespace_;
     QString searchWords_; // of the last search
@@ -71,7 +71,8 @@ private:
     QAction* back_;
     QAction* forward_;
     QAction* home_;
-    QTabWidget* tabs_;
+    QWidget* contentsPane_;
+    QWidget* indexPane_;
     QLineEdit* indexFilter_;
     QLineEdit* searchText_;
     QListWidget* searchResults_;
