@@ -183,3 +183,11 @@ written.push(feldra.screenshot(`${out}/feldra.png`));
 print('Written:');
 for (const file of new Set(written))
     print(`  ${file}`);
+
+// ---- the help viewer on the start page of the user guide and of the G-code reference
+for (const [id, file] of [[5, 'help-marelon'], [4, 'help-gcode']]) {
+    onDialog('feldraHelpViewer', d => { print(`  ${d.screenshot(`${out}/${file}.png`)}`); d.close(); });
+    const command = commands.find(c => c.id === id);
+    if (command && command.enabled)
+        feldra.runCommand(command.cookie, id);
+}
