@@ -331,10 +331,19 @@ for (const failed of feldra.failedCallbacks())
 written.push(feldra.save(`${out}/L5-part.fdoc`));
 written.push(feldra.screenshot(`${out}/feldra.png`));
 
+// ---- the help viewer on the start page of the user guide and of the G-code reference
+for (const [id, file] of [[5, 'help-marelon'], [4, 'help-gcode']]) {
+    onDialog('feldraHelpViewer', d => { print(`  ${d.screenshot(`${out}/${file}.png`)}`); d.close(); });
+    const command = commands.find(c => c.id === id);
+    if (command && command.enabled)
+        feldra.runCommand(command.cookie, id);
+}
+
+// The main window after the demo, in English and in German, at its default size.
+for (const file of feldra.screenshots(`${out}/feldra-window.png`))
+    print(`  ${file}`);
+
 dataPageRounds();
 print('Written:');
 for (const file of new Set(written))
-    print(`  ${file}`);
-// The main window after the demo, in English and in German, at its default size.
-for (const file of feldra.screenshots(`${out}/feldra-window.png`))
     print(`  ${file}`);

@@ -956,16 +956,44 @@
         <translation>Feldra-Hilfe</translation>
     </message>
     <message>
-        <source>Help file:</source>
-        <translation>Hilfedatei:</translation>
+        <source>Back</source>
+        <translation>Zurück</translation>
     </message>
     <message>
-        <source>Topic:</source>
-        <translation>Thema:</translation>
+        <source>Home</source>
+        <translation>Startseite</translation>
     </message>
     <message>
-        <source>(start page)</source>
-        <translation>(Startseite)</translation>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Index</source>
+        <translation>Index</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>The help file %1 cannot be found.</source>
+        <translation>Die Hilfedatei %1 wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>%1 is not a compiled help file.</source>
+        <translation>%1 ist keine kompilierte Hilfedatei.</translation>
+    </message>
+    <message>
+        <source>The help file %1 cannot be opened: %2</source>
+        <translation>Die Hilfedatei %1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>The topic %1 is not in the help file %2. Its start page is shown.</source>
+        <translation>Das Thema %1 steht nicht in der Hilfedatei %2. Ihre Startseite wird angezeigt.</translation>
+    </message>
+    <message>
+        <source>The place %1 is not on the page %2.</source>
+        <translation>Die Stelle %1 steht nicht auf der Seite %2.</translation>
     </message>
     <message>
         <source>Pick an Object</source>

@@ -72,7 +72,7 @@ void TidySeparators(QMenu* menu)
 MainWindow::MainWindow(Host& host, QWidget* parent)
     : QMainWindow(parent), host_(host), tree_(new DocumentTree), panes_(new QTabWidget),
       simulation_(new SimulationPane), nc_(new QPlainTextEdit), log_(new QPlainTextEdit),
-      help_(new HelpViewer(this)), masks_(new MaskingPanel(this)), stateUpdate_(new QTimer(this))
+      help_(new HelpViewer(localizer_, this)), masks_(new MaskingPanel(this)), stateUpdate_(new QTimer(this))
 {
     setObjectName("feldraMainWindow");
     nc_->setObjectName("ncPane");

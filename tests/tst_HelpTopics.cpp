@@ -1,0 +1,129 @@
+// Every help the add-in opens, opened as a user does, in English and German,
+// on the compiled help of the build: the viewer shows the topic asked for, from
+// the help folder of the user's language.
+#include "ConnectFixture.h"
+#include "feldra/app/HelpViewer.h"
+
+#include <QDir>
+#include <QPushButton>
+#include <QTest>
+
+#include <functional>
+
+namespace {
+
+// The host's install folder: the compiled help is in its "Help" folder.
+const QString kInstallFolder = QDir::cleanPath(QStringLiteral(MARELON_HELP_DIR "/..")) + QLatin1Char('/');
+
+void ClickButton(QWidget& dialog, const char* name)
+{
+    auto* button = dialog.findChild<QPushButton*>(QString::fromLatin1(name));
+    QVERIFY2(button, name);
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+using Opener = std::function<void(ConnectedHost&)>;
+
+void RunCommand(ConnectedHost& h, int id) { QVERIFY(h.host.InvokeCommand(h.addIn.CommandHandle(id))); }
+
+// Tool Data opened by its command; inside it, act on the open dialog.
+void InToolData(ConnectedHost& h, const std::function<void(QWidget&)>& act)
+{
+    AnswerModal([&] { RunCommand(h, 1); },
+                [&](QWidget& toolData) {
+                    act(toolData);
+                    toolData.close();
+                });
+}
+
+// A holder dialog opened from Tool Data by one of its buttons: its Help, then Cancel.
+Opener HolderDialogHelp(const char* opener)
+{
+    return [opener](ConnectedHost& h) {
+        InToolData(h, [opener](QWidget& toolData) {
+            AnswerModal([&] { ClickButton(toolData, opener); },
+                        [](QWidget& holder) {
+                            ClickButton(holder, "cmdHelp");
+                            ClickButton(holder, "cmdCancel");
+                        });
+        });
+    };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Opener)
+
+class tst_HelpTopics : public QObject {
+    Q_OBJECT
+
+private slots:
+    void eachHelpShowsItsTopic_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<Opener>("open");
+        QTest::addColumn<QString>("file");  // below the install folder
+        QTest::addColumn<QString>("topic"); // page#place shown
+
+        const Opener gCodeList = [](ConnectedHost& h) { RunCommand(h, 4); };
+        const Opener addInHelp = [](ConnectedHost& h) { RunCommand(h, 5); };
+        const Opener toolData = [](ConnectedHost& h) {
+            InToolData(h, [](QWidget& dialog) { ClickButton(dialog, "cmdHelp"); });
+        };
+        const Opener ncWarning = [](ConnectedHost& h) {
+            AnswerModal([&] { h.host.BeforeCommandRun(3320); },
+                        [](QWidget& warning) {
+                            ClickButton(warning, "cmdHelp");
+                            ClickButton(warning, "cmdYes");
+                        });
+        };
+        for (int language : {1033, 1031}) {
+            const auto row = [language](const char* opener) -> QTestData& {
+                return QTest::addRow("%s, %d", opener, language);
+            };
+            const QString guide = QStringLiteral("Help/%1/Marelon Help.chm").arg(language);
+            row("G-Code List (command 4)") << language << gCodeList
+                                           << QStringLiteral("Help/%1/G-Code Help.chm").arg(language) << "index.htm";
+            row("Marelon Add-In Help (command 5)") << language << addInHelp << guide << "Index.htm";
+            row("Tool Data") << language << toolData << guide << "TooData.htm";
+            row("New Holder") << language << HolderDialogHelp("cmdNew") << guide << "TooData.htm#Holder";
+            row("Edit Holder") << language << HolderDialogHelp("cmdEdit") << guide << "TooData.htm#Holder";
+            row("NC warning") << language << ncWarning << guide << "posting.htm#Warning";
+        }
+        QTest::newRow("a language without help reads English")
+            << 1036 << addInHelp << "Help/1033/Marelon Help.chm" << "Index.htm";
+    }
+    void eachHelpShowsItsTopic()
+    {
+        QFETCH(int, language);
+        QFETCH(Opener, open);
+        QFETCH(QString, file);
+        QFETCH(QString, topic);
+
+        ConnectedHost h(language);
+        h.host.App().installFolder = kInstallFolder;
+        h.host.App().addInFolder = QStringLiteral(MARELON_ADDIN_DIR "/"); // the delivered holder libraries
+        feldra::QtLocalizer viewerTexts;
+        viewerTexts.setLanguageCode(language);
+        viewerTexts.Initialise();
+        feldra::HelpViewer viewer(viewerTexts);
+        h.host.Services().showHelpTopic = [&](const QString& helpFile, const QString& asked) {
+            viewer.ShowTopic(helpFile, asked);
+        };
+        h.Connect();
+        h.host.Activate(h.Document());
+
+        open(h);
+
+        QCOMPARE(QDir::cleanPath(viewer.HelpFile()), QDir::cleanPath(kInstallFolder + file));
+        QCOMPARE(viewer.Message(), QString());
+        const QUrl shown = viewer.CurrentUrl();
+        const QString page = shown.path().section(QLatin1Char('/'), 2, -1);
+        QCOMPARE(shown.hasFragment() ? page + QLatin1Char('#') + shown.fragment() : page, topic);
+        QVERIFY(h.host.Log().FailedCallbacks().isEmpty());
+        h.host.Services().showHelpTopic = nullptr;
+    }
+};
+
+QTEST_MAIN(tst_HelpTopics)
+#include "tst_HelpTopics.moc"
