@@ -258,10 +258,9 @@ function dataPageRounds() {
     print(`Next new part: ${d.text('cmbMachineName')}, gang holder ${d.text('cmbGangHolder')},` +
           ` bar loader ${d.control('optMagazine').checked ? 'magazine' : 'hydrostatic'} / ${d.text('cmbBarLoaderProgType')}`);
     d.click('cmdCancel');
-    feldra.close();
 
-    // The saved part shows what was written into it.
-    feldra.close();
+    // The saved part shows what was written into it; the next new part is not kept.
+    feldra.answer('Discard');
     feldra.open(l5);
     feldra.runCommand('Data Page');
     d = dataPage();
@@ -274,6 +273,7 @@ function dataPageRounds() {
     print(`  Loaded the machine setup "${doc.MachineSetup.MachineSetupName}"; the Data Page shows` +
           ` ${d.control('cmbHeadComment').entries.length} heads`);
     d.click('cmdCancel');
+    feldra.save();
     feldra.close();
 
     dataPageRound('M2-3-new', 'M2-3 20-32', [

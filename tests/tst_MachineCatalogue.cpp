@@ -235,6 +235,29 @@ private slots:
         QCOMPARE(f.List("cmbMachineSetup").itemText(0), QString("??????????"));
     }
 
+    // A value a model does not set stays from the model before, marked as
+    // carried over from it until the user types or confirms it.
+    void carriedOverValuesAreMarked()
+    {
+        DataPageFixture f;
+        f.SelectModel("L5 16-20");
+        QLineEdit& gang = f.Edit("txt990");
+        QVERIFY(gang.toolTip().isEmpty());
+        f.SelectModel("A20");
+        QCOMPARE(gang.text(), QString("3"));
+        QCOMPARE(gang.toolTip(), QString("Carried over from L5 16-20: confirm with Enter or edit"));
+        QVERIFY(gang.font().italic());
+        QVERIFY(f.Edit("txt813").toolTip().isEmpty()); // A20 leaves 813 as L5 set it: 0, set under L5 too
+        f.SelectModel("K16");
+        QVERIFY(gang.toolTip().contains("L5 16-20"));
+        emit gang.returnPressed();
+        QVERIFY(gang.toolTip().isEmpty());
+        f.SelectModel("R6 04-07");
+        QVERIFY(gang.toolTip().contains("K16"));
+        gang.setText("7");
+        QVERIFY(gang.toolTip().isEmpty() && !gang.font().italic());
+    }
+
     // The saved list positions are taken when the model fills its lists; one
     // beyond the gang tool list takes its first entry.
     void savedListPositions_data()

@@ -11,6 +11,7 @@
 #include "addin/host/Technology207.h"
 #include "addin/modGlobals.h"
 #include "addin/settings/MachineCodes.h"
+#include "addin/ui/CarriedOverMark.h"
 #include "addin/ui/HelpAccess.h"
 #include "addin/ui/ListSelection.h"
 #include "addin/ui/ModelessForm.h"
@@ -102,6 +103,10 @@ constexpr const char* kMiscellaneousGroup[] = {
     "chkToolBreak", "optMagazine", "optHydrostatic", "txtBarLoaderSubNum", "txtDwell", "txtStartupSpeed",
 };
 
+// The Machine Data slots whose meaning and values change with the model.
+constexpr const char* kModelSlots[] = {"txt813", "txt816", "txt820", "txt821", "txt822", "txt824",
+                                       "txt990", "txt991", "txt992"};
+
 template <class Names>
 bool Contains(const Names& names, const QString& name)
 {
@@ -160,6 +165,11 @@ void frmMarelonDataPage::ConnectHandlers()
         RunControlHandler([this, previous] { MyTabs_Click(previous); });
         previous = tab;
     });
+    for (const char* name : kModelSlots) {
+        auto* slot = findChild<QLineEdit*>(QLatin1String(name));
+        connect(slot, &QLineEdit::textChanged, this, [this, slot] { TakeSlotValue(*slot); });
+        connect(slot, &QLineEdit::returnPressed, this, [this, slot] { TakeSlotValue(*slot); });
+    }
     for (QLineEdit* edit : findChildren<QLineEdit*>())
         edit->installEventFilter(this);
     ui_->Sides->installEventFilter(this);
@@ -384,8 +394,28 @@ void frmMarelonDataPage::SelectButton_Click()
 void frmMarelonDataPage::cmbMachineName_Click()
 {
     ApplyMachineLayout(*this, MachineName());
+    MarkCarriedOverSlots();
     AddMachineSetups();
     SelectList(*ui_->cmbMachineSetup, 0);
+}
+
+// A slot's value belongs to the model chosen when it was set, typed or confirmed.
+void frmMarelonDataPage::TakeSlotValue(QLineEdit& slot)
+{
+    slotModels_.insert(&slot, MachineName());
+    MarkCarriedOver(slot, QString());
+}
+
+// A model leaves the slots its layout does not set as they were: a value set
+// under another model stays, marked as carried over from that model.
+void frmMarelonDataPage::MarkCarriedOverSlots()
+{
+    const QString model = MachineName();
+    for (const char* name : kModelSlots) {
+        QLineEdit& slot = Control<QLineEdit>(QLatin1String(name));
+        const QString from = slotModels_.value(&slot);
+        MarkCarriedOver(slot, from == model ? QString() : from);
+    }
 }
 
 void frmMarelonDataPage::AddMachineSetups()

@@ -3,6 +3,7 @@
 #include "datapage/GangToolPatterns.h"
 
 #include <QDialog>
+#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -125,12 +126,16 @@ private:
     void SetPolygonDiameter();
     void SetCirclePicture(bool insideCircle);
     void SetStockFieldsVisible(bool outside, bool inside, bool polygon, bool profile);
+    void TakeSlotValue(QLineEdit& slot);
+    void MarkCarriedOverSlots();
 
     std::unique_ptr<Ui::frmMarelonDataPage> ui_;
     std::shared_ptr<host::Application> application_;
     GangToolPatternTable patterns_;
     QStringList headComments_;
     int openedStockType_ = 0;
+    // The model under which each Machine Data slot got its value.
+    QHash<const QLineEdit*, QString> slotModels_;
 };
 
 } // namespace marelon

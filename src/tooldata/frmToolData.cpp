@@ -16,6 +16,7 @@
 #include "addin/host/Turrets.h"
 #include "addin/settings/MachineCodes.h"
 #include "addin/settings/SettingsStore.h"
+#include "addin/ui/CarriedOverMark.h"
 #include "addin/ui/HelpAccess.h"
 #include "addin/ui/ListSelection.h"
 #include "addin/ui/ModelessForm.h"
@@ -144,9 +145,6 @@ QString toolName(host::Tool& tool)
     skipOnFailure([&] { name = QStringLiteral("T") + numeric::Format(tool.Number(), QStringLiteral("00")); });
     return name;
 }
-
-// The look of a Tool field that still shows another tool's value.
-const QColor kCarriedOverBackground(0xFF, 0xD8, 0x8A); // amber
 
 QTableWidgetItem* fixedCell(const QString& text)
 {
@@ -509,21 +507,11 @@ void frmToolData::ConfirmToolField(QLineEdit& field)
 
 void frmToolData::ShowCarriedOver(QLineEdit& field, const QString& fromTool)
 {
-    if (fromTool.isEmpty()) {
-        field.setFont(QFont()); // the dialog's own look again
-        field.setPalette(QPalette());
-        field.setToolTip(QString());
+    MarkCarriedOver(field, fromTool);
+    if (fromTool.isEmpty())
         carriedFrom_.remove(&field);
-        return;
-    }
-    QFont italic;
-    italic.setItalic(true);
-    field.setFont(italic);
-    QPalette amber;
-    amber.setColor(QPalette::Base, kCarriedOverBackground);
-    field.setPalette(amber);
-    field.setToolTip(Tr(QStringLiteral("Carried over from %1: confirm with Enter or edit")).arg(fromTool));
-    carriedFrom_.insert(&field, fromTool);
+    else
+        carriedFrom_.insert(&field, fromTool);
 }
 
 // Nothing is written while a Tool field shows another tool's value: the

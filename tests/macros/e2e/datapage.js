@@ -46,6 +46,7 @@ d = feldra.dialog('frmMarelonDataPage');
 shown(d, 'next.txt', fields);
 d.click('cmdCancel');
 
+feldra.answer('Discard'); // the next new part is not kept
 feldra.open('datapage.fdoc');
 feldra.runCommand('Data Page');
 d = feldra.dialog('frmMarelonDataPage');
