@@ -2,6 +2,7 @@
 // for every Data Page field, every control of Tool Data and its holder
 // dialogs and every command; every link and picture resolves; both languages
 // have the same pages and places.
+#include "datapage/DataPageSettings.h"
 #include "feldra/QtLocalizer.h"
 
 #include <QFile>
@@ -15,20 +16,24 @@ namespace {
 
 const QString kHelp = QStringLiteral(MARELON_HELP_DIR "/");
 
-// Every Data Page field, by its control and, for the NC parameters, its number.
-const QStringList kDataPageControls{
-    "cmbMachineName", "cmbMachineSetup", "cmdRefresh",
-    "txt813", "txt814", "txt815", "txt816", "txt817", "txt818", "txt819", "txt820", "txt821", "txt822", "txt824",
-    "txt990", "cmbGangHolder", "txt991", "cmbFrontDrillHolder", "txt992", "cmbBackDrillHolder", "cmb893",
-    "cmbBackSpdlExt", "CmdUpd816", "CmdUpd818", "CmdUpd821", "CmdUpdColletExt",
-    "StockTypeC", "StockDiameter", "InsideDiameter", "CircleDiameter", "ODCircle", "IDCircle", "Sides",
-    "BaseAngle", "SelectButton", "StockLength", "Zamount", "PartLength",
-    "ProgramNumber", "ProgramName", "NCCodeUnit", "cmbHeadComment", "Comments",
-    "chkToolBreak", "optMagazine", "optHydrostatic", "cmbBarLoaderProgType", "txtBarLoaderSubNum", "txtDwell",
-    "TxtChamferDistX", "TxtChamferDistZ", "TxtPullBackAmount", "CmbSpindleStop", "TxtSpindleRPM",
-    "txtStartupSpeed", "CmbPolarMode", "txtColletExt"};
-const QStringList kParameterNumbers{"813", "814", "815", "816", "817", "818", "819", "820", "821",
-                                    "822", "824", "893", "990", "991", "992"};
+// Every Data Page field by its control, and the buttons beside the fields.
+QStringList DataPageControls()
+{
+    QStringList controls{"cmbMachineSetup", "cmdRefresh", "CmdUpd816", "CmdUpd818", "CmdUpd821", "CmdUpdColletExt"};
+    for (const marelon::DataPageField& field : marelon::DataPageFields())
+        controls << QString::fromLatin1(field.control);
+    return controls;
+}
+
+// The NC parameters of the Data Page's fields.
+QStringList ParameterNumbers()
+{
+    QStringList numbers;
+    for (const marelon::DataPageField& field : marelon::DataPageFields())
+        if (field.parameter)
+            numbers << QString::number(field.parameter);
+    return numbers;
+}
 const QStringList kOtherNumbers{"016", "020", "024", "028", "032", "036", "040", "044", "048",
                                 "052", "056", "060", "062", "064", "928", "932"};
 const QStringList kCommands{"Tool Data", "Data Page", "Masks", "G-Code List", "Auto Sync",
@@ -131,9 +136,9 @@ private slots:
         QFETCH(int, language);
         const CompiledHelp guide(Guide(language));
         const QString dataPage = guide.Words(QStringLiteral("DataPage"));
-        for (const QString& control : kDataPageControls)
+        for (const QString& control : DataPageControls())
             QVERIFY2(dataPage.contains(control), qPrintable(control));
-        for (const QString& number : kParameterNumbers)
+        for (const QString& number : ParameterNumbers())
             QVERIFY2(guide.Places(QStringLiteral("DataPageMachine.htm")).contains(QLatin1Char('p') + number)
                          && dataPage.contains(number),
                      qPrintable(number));

@@ -2,6 +2,8 @@
 // on the compiled help of the build: the viewer shows the topic asked for, from
 // the help folder of the user's language.
 #include "ConnectFixture.h"
+#include "addin/modGlobals.h"
+#include "datapage/frmMarelonDataPage.h"
 #include "feldra/app/HelpViewer.h"
 
 #include <QDir>
@@ -70,6 +72,11 @@ private slots:
         const Opener toolData = [](ConnectedHost& h) {
             InToolData(h, [](QWidget& dialog) { ClickButton(dialog, "cmdHelp"); });
         };
+        const Opener dataPage = [](ConnectedHost& h) {
+            RunCommand(h, 2);
+            ClickButton(*marelon::DataPageInstance(), "cmdHelp");
+            ClickButton(*marelon::DataPageInstance(), "cmdCancel");
+        };
         const Opener ncWarning = [](ConnectedHost& h) {
             AnswerModal([&] { h.host.BeforeCommandRun(3320); },
                         [](QWidget& warning) {
@@ -86,6 +93,7 @@ private slots:
                                            << QStringLiteral("Help/%1/G-Code Help.chm").arg(language) << "index.htm";
             row("Marelon Add-In Help (command 5)") << language << addInHelp << guide << "Index.htm";
             row("Tool Data") << language << toolData << guide << "TooData.htm";
+            row("Data Page") << language << dataPage << guide << "Index.htm";
             row("New Holder") << language << HolderDialogHelp("cmdNew") << guide << "TooData.htm#Holder";
             row("Edit Holder") << language << HolderDialogHelp("cmdEdit") << guide << "TooData.htm#Holder";
             row("NC warning") << language << ncWarning << guide << "posting.htm#Warning";
