@@ -181,6 +181,94 @@ private slots:
         QCOMPARE(f.Text("cmbMachineName"), QString("L5 16-20"));
     }
 
+    // Each step of loading a written part goes on past a read the host
+    // refuses: a field loaded after it still shows the part's value.
+    void everyLoadingStepGoesOn_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("a head's comment") << "NCHead.Comment" << "txt815" << "1.5";
+        QTest::newRow("machine code") << "MachineSetup.MachineCode" << "txt815" << "1.5";
+        QTest::newRow("815") << "MachineSetup.Param815" << "txt817" << "2500";
+        QTest::newRow("819") << "MachineSetup.Param819" << "txt821" << "0.5";
+        QTest::newRow("990") << "MachineSetup.Param990" << "txt991" << "52";
+        QTest::newRow("893") << "MachineSetup.Param893" << "txtStartupSpeed" << "3000";
+        QTest::newRow("bar loader type") << "MachineSetup.BarLoaderType" << "CmbPolarMode" << "X and Y";
+        QTest::newRow("bar loader line") << "MachineSetup.BarLoaderCommand" << "CmbPolarMode" << "X and Y";
+        QTest::newRow("tool breakage") << "MachineSetup.ToolBreakageDetection" << "CmbPolarMode" << "X and Y";
+        QTest::newRow("Z facing") << "MachineSetup.StockFrontZ" << "PartLength" << "30";
+        QTest::newRow("program") << "MachineSetup.ProgramName" << "StockTypeC" << "Tube";
+        QTest::newRow("stock code") << "MachineSetup.StockCode" << "ProgramName" << "O7";
+    }
+
+    void everyLoadingStepGoesOn()
+    {
+        QFETCH(QString, failing);
+        QFETCH(QString, field);
+        QFETCH(QString, shown);
+        DataPageFixture f;
+        TagPart(f, "7");
+        SetParam(f, 815, 1.5);
+        SetParam(f, 817, 2500);
+        SetParam(f, 819, 1003);
+        SetParam(f, 821, 0.5);
+        SetParam(f, 991, 52);
+        f.Setup().startupSpindleSpeed = 3000;
+        f.Setup().programName = "O7";
+        f.Setup().stockCode = "10000";
+        f.host.Faults().Fail(failing);
+        f.Open();
+        QCOMPARE(f.Text(field), shown);
+    }
+
+    // Each value OK writes into the machine setup is written whatever the host
+    // refused before it; none of these refusals is the general error.
+    void everyWriteGoesOn_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::newRow("maker tag") << "MachineSetup.MakerTag write";
+        QTest::newRow("a head") << "NCHead.ProgramName write";
+        QTest::newRow("machine code") << "MachineSetup.MachineCode write";
+        QTest::newRow("814") << "MachineSetup.Param814 write";
+        QTest::newRow("893") << "MachineSetup.Param893 write";
+        QTest::newRow("face amount") << "MachineSetup.FaceAmount write";
+        QTest::newRow("startup speed") << "MachineSetup.StartupSpindleSpeed write";
+        QTest::newRow("bar loader type") << "MachineSetup.BarLoaderType write";
+        QTest::newRow("tool breakage") << "MachineSetup.ToolBreakageDetection write";
+        QTest::newRow("819") << "MachineSetup.Param819 write";
+    }
+
+    void everyWriteGoesOn()
+    {
+        QFETCH(QString, failing);
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel("L5 16-20");
+        FillValid(f);
+        f.Edit("ProgramName").setText("O9");
+        f.Control<QAbstractButton>("chkToolBreak").click();
+        f.host.Faults().Fail(failing);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QVERIFY(f.messages->Messages().isEmpty());
+        const feldra::MachineSetupData& s = f.Setup();
+        const QMap<QString, bool> written{
+            {"MachineSetup.MakerTag write", s.makerTag == "MARELON"},
+            {"NCHead.ProgramName write", s.heads[1]->programName == "O9"},
+            {"MachineSetup.MachineCode write", s.machineCode == "7"},
+            {"MachineSetup.Param814 write", s.params.contains(814)},
+            {"MachineSetup.Param893 write", s.params.contains(893)},
+            {"MachineSetup.FaceAmount write", s.faceAmount != 0},
+            {"MachineSetup.StartupSpindleSpeed write", s.startupSpindleSpeed == 1},
+            {"MachineSetup.BarLoaderType write", !s.barLoaderCommand.isEmpty()},
+            {"MachineSetup.ToolBreakageDetection write", s.toolBreakageDetection == 1},
+            {"MachineSetup.Param819 write", s.params.value(819) == 3},
+        };
+        for (auto it = written.cbegin(); it != written.cend(); ++it)
+            QVERIFY2(it.value() == (it.key() != failing), qPrintable(it.key()));
+        QCOMPARE(f.Setting("Machine Name"), QString("7"));
+    }
+
     // The extension of "L4 25-32" as the document keeps it.
     void backSpindleExtension_data()
     {
