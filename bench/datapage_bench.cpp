@@ -12,6 +12,7 @@
 #include "feldra/QtLocalizer.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QTemporaryDir>

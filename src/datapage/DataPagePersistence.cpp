@@ -339,9 +339,11 @@ void RestoreBarLoaderSettings(frmMarelonDataPage& form)
 
 void SaveDataToRegistry(frmMarelonDataPage& form)
 {
+    QList<std::pair<QString, QString>> values;
     for (const DataPageField& field : DataPageFields())
         if (field.settings != SettingsUse::NotStored)
-            SaveSetting(kAppName, kDataPageSection, QLatin1String(field.settingsKey), SettingText(form, field));
+            values.append({QLatin1String(field.settingsKey), SettingText(form, field)});
+    SaveSettings(kAppName, kDataPageSection, values);
 }
 
 } // namespace marelon

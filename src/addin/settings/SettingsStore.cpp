@@ -52,8 +52,14 @@ QString GetSetting(const QString& app, const QString& section, const QString& ke
 bool SaveSetting(const QString& app, const QString& section, const QString& key,
                  const QString& value)
 {
+    return SaveSettings(app, section, {{key, value}});
+}
+
+bool SaveSettings(const QString& app, const QString& section, const QList<std::pair<QString, QString>>& values)
+{
     const std::unique_ptr<QSettings> store = OpenStore(app);
-    store->setValue(Address(section, key), value);
+    for (const auto& [key, value] : values)
+        store->setValue(Address(section, key), value);
     store->sync();
     // A damaged file reports a format error that outlives the successful
     // rewrite; only an access error or a store that cannot be written fails.

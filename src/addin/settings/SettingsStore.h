@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+
+#include <utility>
 
 namespace marelon {
 
@@ -24,5 +27,7 @@ QString GetSetting(const QString& app, const QString& section, const QString& ke
 // Stores the text; false when the store cannot be written.
 bool SaveSetting(const QString& app, const QString& section, const QString& key,
                  const QString& value);
+// Stores several (key, text) values of one section at once, in one write of the store.
+bool SaveSettings(const QString& app, const QString& section, const QList<std::pair<QString, QString>>& values);
 
 } // namespace marelon
