@@ -307,6 +307,14 @@ for (const command of commands) {
         tourDataPage(dataPage());
 }
 
+// The Data Page in German: the add-in follows the host's language at once.
+feldra.setLanguage(1031);
+const germanDataPage = feldra.commands().find(command => command.id === 2);
+feldra.runCommand(germanDataPage.cookie, germanDataPage.id);
+shootTabs(dataPage(), 'de-L5_16-20');
+dataPage().click('cmdCancel');
+feldra.setLanguage(1033);
+
 const simulation = feldra.simulate();
 print(`Simulation: ${simulation.length} operations`);
 for (const op of simulation)
