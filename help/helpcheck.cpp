@@ -1,7 +1,12 @@
 // helpcheck: checks a help project (*.qhp) before it is compiled, so that a
 // broken link is a build error and not something a user finds.
 //
-//   helpcheck PROJECT.qhp
+//   helpcheck PROJECT.qhp [SOURCE_FOLDER]
+//
+// The build checks a staged copy of the project (its pages with the pictures
+// it shares with the add-in); given the project's source folder, a problem in
+// a file that comes from there is reported at its source path, where it is
+// fixed.
 //
 // Every file the project lists exists; every file in the project's folder is
 // listed (a picture left out would be missing from the compiled help); every
@@ -47,10 +52,22 @@ QTextStream& err()
 }
 
 int problems = 0;
+QDir stagedFolder;
+QString sourceFolder;
+
+// Where a file is fixed: its source when it is a staged copy of one.
+QString shownPath(const QString& file)
+{
+    if (sourceFolder.isEmpty())
+        return file;
+    const QString relative = stagedFolder.relativeFilePath(QFileInfo(file).absoluteFilePath());
+    const QString source = QDir(sourceFolder).filePath(relative);
+    return !relative.startsWith(QLatin1String("..")) && QFileInfo::exists(source) ? source : file;
+}
 
 void report(const QString& file, int line, const QString& problem)
 {
-    err() << file << ':' << line << ": " << problem << Qt::endl;
+    err() << shownPath(file) << ':' << line << ": " << problem << Qt::endl;
     ++problems;
 }
 
@@ -187,7 +204,7 @@ private:
         while (it.hasNext()) {
             const QString file = project_.folder.relativeFilePath(it.next());
             if (QFileInfo(it.filePath()).absoluteFilePath() != project_.path && !listed_.contains(file))
-                report(where(file), 0, QStringLiteral("the file is not listed in %1").arg(project_.path));
+                report(where(file), 0, QStringLiteral("the file is not listed in %1").arg(shownPath(project_.path)));
         }
     }
 
@@ -234,10 +251,12 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     const QStringList arguments = app.arguments().mid(1);
-    if (arguments.size() != 1) {
-        err() << "usage: helpcheck PROJECT.qhp" << Qt::endl;
+    if (arguments.size() != 1 && arguments.size() != 2) {
+        err() << "usage: helpcheck PROJECT.qhp [SOURCE_FOLDER]" << Qt::endl;
         return 2;
     }
+    stagedFolder = QFileInfo(arguments.first()).absoluteDir();
+    sourceFolder = arguments.value(1);
     Project project;
     if (readProject(arguments.first(), project))
         Checker(project).run();

@@ -2,7 +2,9 @@
 //   feldra --macro help/screenshots.js examples/L5-part.fdoc
 // help/take-screenshots runs it once per language and files the pictures.
 // Every dialog is left by Cancel or No: the part and the holder library stay
-// as they were. The pictures go to out/help-screenshots/<form>.png.
+// as they were. The pictures go to out/help-screenshots/<form>.png; the Data
+// Page's to <form>-<tab>.png, its Machine Data tab on two more models to
+// <form>-machine-<model>.png.
 const out = 'out/help-screenshots';
 const machine = 'L5 16-20';
 const shot = d => d.screenshot(`${out}/${d.name}.png`);
@@ -48,10 +50,33 @@ onDialog('frmWarning', d => {
     d.click('cmdNo');
 });
 
-for (const id of [1, 6]) {
+// The Data Page is modeless: it is driven once it is open. Its three tabs on
+// the part as the part has them, then the Machine Data tab as two other models
+// lay it out (keeping, marked, the values the L5 part gave the fields they
+// do not set).
+function photographDataPage() {
+    const d = feldra.dialog('frmMarelonDataPage');
+    if (!d)
+        throw new Error('The Data Page did not open.');
+    const tabs = d.control('MyTabs');
+    ['part', 'machine', 'misc'].forEach((tab, index) => {
+        tabs.listIndex = index;
+        d.screenshot(`${out}/${d.name}-${tab}.png`);
+    });
+    tabs.listIndex = 1;
+    for (const [model, file] of [['L4 25-32', 'L4'], ['M2-3 20-32', 'M2-3']]) {
+        d.control('cmbMachineName').select(model);
+        d.screenshot(`${out}/${d.name}-machine-${file}.png`);
+    }
+    d.click('cmdCancel');
+}
+
+for (const id of [2, 1, 6]) {
     const command = byId(id);
     if (!command)
         throw new Error('The Marelon add-in is not connected: register it first (see the README).');
     feldra.runCommand(command.cookie, id);
+    if (id === 2)
+        photographDataPage();
 }
 feldra.runHostCommand(3320);

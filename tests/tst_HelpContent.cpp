@@ -1,8 +1,10 @@
 // What the compiled help of the build holds, in English and German: a topic
 // for every Data Page field, every control of Tool Data and its holder
-// dialogs and every command; every link and picture resolves; both languages
-// have the same pages and places.
+// dialogs and every command; every link and picture resolves; the gang tool
+// pattern pictures are the Data Page's own; both languages have the same
+// pages and places.
 #include "datapage/DataPageSettings.h"
+#include "datapage/GangToolPatterns.h"
 #include "feldra/QtLocalizer.h"
 
 #include <QFile>
@@ -199,6 +201,28 @@ private slots:
             }
         }
         QVERIFY(checked > 10);
+    }
+
+    // Every L5 16-20 pattern shows the picture the Data Page shows, in the
+    // reference's pattern table and in the guide's gang holder section.
+    void patternPicturesAreTheDataPagesOwn_data() { AddLanguages(); }
+    void patternPicturesAreTheDataPagesOwn()
+    {
+        QFETCH(int, language);
+        const CompiledHelp guide(Guide(language));
+        const CompiledHelp reference(Reference(language));
+        marelon::GangToolPatternTable patterns;
+        marelon::LoadL5Patterns(patterns);
+        for (const marelon::GangToolPattern& pattern : patterns) {
+            const QString file = QStringLiteral("patterns/L5-16-20-%1.png").arg(pattern.code);
+            QFile picture(marelon::GangPatternPicture(pattern.code));
+            QVERIFY2(picture.open(QIODevice::ReadOnly), qPrintable(picture.fileName()));
+            const QByteArray own = picture.readAll();
+            QVERIFY2(guide.Data(file) == own && reference.Data(file) == own, qPrintable(file));
+            QVERIFY2(guide.Text(QStringLiteral("DataPageMachine.htm")).contains(file)
+                         && reference.Text(QStringLiteral("GangPatterns.htm")).contains(file),
+                     qPrintable(file));
+        }
     }
 
     void bothLanguagesHaveTheSamePagesAndPlaces()
