@@ -151,7 +151,7 @@ class tst_MachineCatalogue : public QObject {
             }
         }
         if (!words.join(' ').contains("list:") && slot.startsWith("99"))
-            QVERIFY(!!f.List(kListOf(slot)).isHidden());
+            QVERIFY(f.List(kListOf(slot)).isHidden());
     }
 
     void CheckBackSpindle(DataPageFixture& f, const QString& expected)
@@ -230,7 +230,7 @@ private slots:
         f.List("cmbMachineName").addItem("X99");
         f.form->SelectList(f.List("cmbMachineName"), f.List("cmbMachineName").count() - 1);
         CheckCaptions(f, {"X99", "", ""});
-        QVERIFY(!!f.List("cmbBackSpdlExt").isHidden());
+        QVERIFY(f.List("cmbBackSpdlExt").isHidden());
         QCOMPARE(f.Text("txt990"), QString("2"));
         QCOMPARE(f.List("cmbMachineSetup").itemText(0), QString("??????????"));
     }
@@ -247,7 +247,7 @@ private slots:
         QCOMPARE(gang.text(), QString("3"));
         QCOMPARE(gang.toolTip(), QString("Carried over from L5 16-20: confirm with Enter or edit"));
         QVERIFY(gang.font().italic());
-        QVERIFY(f.Edit("txt813").toolTip().isEmpty()); // A20 leaves 813 as L5 set it: 0, set under L5 too
+        QVERIFY(f.Edit("txt813").toolTip().contains("L5 16-20")); // A20 switches 813 on with L5's 0
         f.SelectModel("K16");
         QVERIFY(gang.toolTip().contains("L5 16-20"));
         emit gang.returnPressed();
@@ -256,6 +256,10 @@ private slots:
         QVERIFY(gang.toolTip().contains("K16"));
         gang.setText("7");
         QVERIFY(gang.toolTip().isEmpty() && !gang.font().italic());
+        // A model that sets a slot to the text it already has makes it its own.
+        f.SelectModel("C12-16");
+        f.SelectModel("L5 16-20");
+        QCOMPARE(f.Edit("txt813").toolTip(), QString());
     }
 
     // The saved list positions are taken when the model fills its lists; one

@@ -315,6 +315,11 @@ private slots:
         f.SelectModel("L5 16-20");
         Click(f, "CmdUpd821");
         QCOMPARE(f.Text("txt821"), shown);
+        f.Edit("txt821").clear();
+        f.Type("txtColletExt", "5"); // leaving it writes the pick-up and derives 821 again
+        QCOMPARE(f.Text("txt821"), shown);
+        f.Type("txt821", f.Text("txt821"));
+        QCOMPARE(f.Text("txt821"), shown);
         QVERIFY(f.messages->Messages().isEmpty());
     }
 
@@ -342,6 +347,14 @@ private slots:
         setups.setEditText("??????????");
         Click(f, "cmdRefresh");
         QVERIFY(f.messages->Messages().isEmpty());
+
+        // The command, enabled again by the message, shows the open page as the user left it.
+        f.Edit("txt815").setText("typed");
+        marelon::DataPageInstance() = f.form.get();
+        marelon::ShowDataPage();
+        marelon::DataPageInstance() = nullptr;
+        QCOMPARE(f.Text("txt815"), QString("typed"));
+        QVERIFY(!marelon::Flags().dataPageAvailable);
     }
 };
 

@@ -30,7 +30,10 @@ void ShowDataPage()
     frmMarelonDataPage* page = DataPageInstance();
     if (!page)
         throw std::logic_error("The Data Page is not loaded.");
-    page->InitOp();
+    // Still open (a machine setup that could not be loaded enables the command
+    // again): shown as it is, keeping what the user typed.
+    if (!page->isVisible())
+        page->InitOp();
     ShowForm(page, false);
     Flags().dataPageAvailable = false;
 }

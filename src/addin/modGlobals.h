@@ -27,8 +27,9 @@ QString& HostInstallFolder();
 // at shutdown (then null).
 QPointer<frmMarelonDataPage>& DataPageInstance();
 
-// Prepares the Data Page for the active document, shows it modeless beside the
-// host and clears the data page available flag. Returns at once.
+// Prepares the Data Page for the active document (unless it is still shown),
+// shows it modeless beside the host and clears the data page available flag.
+// Returns at once.
 void ShowDataPage();
 
 } // namespace marelon

@@ -344,8 +344,10 @@ private:
             ShowList(SlotOf(input), state.list);
             break;
         }
-        if (state.value != kNoValue)
+        if (state.value != kNoValue) {
             Input(input).setText(QString::number(state.value));
+            form_.TakeSlotValue(Input(input));
+        }
     }
 
     // The list takes the place of the slot's text input, which keeps the entry's number.
@@ -365,6 +367,7 @@ private:
             FillDrillHolders(combo, qstrcmp(slot.list, "cmbFrontDrillHolder") == 0 ? "Front Drill Holder" : "Back Drill Holder");
         else
             FillGangPatterns(combo, list);
+        form_.TakeSlotValue(input);
     }
 
     void FillGangPatterns(QComboBox& combo, List list)

@@ -399,7 +399,8 @@ void frmMarelonDataPage::cmbMachineName_Click()
     SelectList(*ui_->cmbMachineSetup, 0);
 }
 
-// A slot's value belongs to the model chosen when it was set, typed or confirmed.
+// A slot's value belongs to the model chosen when it was set (by the model's
+// layout too, even to the text it had), typed or confirmed.
 void frmMarelonDataPage::TakeSlotValue(QLineEdit& slot)
 {
     slotModels_.insert(&slot, MachineName());
@@ -711,7 +712,7 @@ void frmMarelonDataPage::txtColletExt_LostFocus()
     const BackSpindleChuckPosition position = UpdateBackSpindleChuckPos(*document, ui_->txtColletExt->text());
     if (position.colletExtension)
         ui_->txtColletExt->setText(*position.colletExtension);
-    ui_->txt821->setText(position.chuckPosition);
+    ui_->txt821->setText(WithoutGrouping(position.chuckPosition));
 }
 
 // ---- Closing ----

@@ -98,6 +98,8 @@ public:
         return *control;
     }
     void SelectList(QComboBox& list, int position);
+    // A Machine Data slot's value now belongs to the model chosen.
+    void TakeSlotValue(QLineEdit& slot);
     GangToolPatternTable& PatternTable() { return patterns_; }
     host::Application& Application() const { return *application_; }
     std::shared_ptr<host::Document> ActiveDocument() const;
@@ -126,7 +128,6 @@ private:
     void SetPolygonDiameter();
     void SetCirclePicture(bool insideCircle);
     void SetStockFieldsVisible(bool outside, bool inside, bool polygon, bool profile);
-    void TakeSlotValue(QLineEdit& slot);
     void MarkCarriedOverSlots();
 
     std::unique_ptr<Ui::frmMarelonDataPage> ui_;
