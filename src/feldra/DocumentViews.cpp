@@ -46,8 +46,8 @@ public:
     QVariant Value() override { return get("CustomProperty.Value", data_->value); }
     void setValue(const QVariant& value) override
     {
-        change("CustomProperty.Value write");
-        data_->value = AsPropertyType("CustomProperty.Value write", data_->type, value);
+        guard("CustomProperty.Value write");
+        store(data_->value, AsPropertyType("CustomProperty.Value write", data_->type, value));
     }
     int Type() override { return get("CustomProperty.Type", data_->type); }
     void setCaption(const QString& caption) override { put("CustomProperty.Caption", data_->caption, caption); }
@@ -254,8 +254,8 @@ public:
     }
     void setActiveWorkPlane(std::shared_ptr<host::WorkPlane> plane) override
     {
-        change("Document.ActiveWorkPlane write");
-        doc().data.activeWorkPlane = own<WorkPlaneView>(plane, "Document.ActiveWorkPlane write").Data().name;
+        guard("Document.ActiveWorkPlane write");
+        store(doc().data.activeWorkPlane, own<WorkPlaneView>(plane, "Document.ActiveWorkPlane write").Data().name);
     }
     std::shared_ptr<host::Layers> Layers() override
     {
@@ -382,8 +382,8 @@ void FeatureView::AddSegment(const host::Segment& segment)
 
 void FeatureView::setLayer(std::shared_ptr<host::Layer> layer)
 {
-    change("Feature.Layer write");
-    data_->layer = own<LayerView>(layer, "Feature.Layer write").Data().name;
+    guard("Feature.Layer write");
+    store(data_->layer, own<LayerView>(layer, "Feature.Layer write").Data().name);
 }
 
 QString LayerView::Name() { return get("Layer.Name", data_->name); }

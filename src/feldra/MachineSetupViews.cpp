@@ -151,10 +151,10 @@ public:
     int OutputUnit() override { return get("NCHead.OutputUnit", data_->outputUnit); }
     void setOutputUnit(int unit) override
     {
-        change("NCHead.OutputUnit write");
+        guard("NCHead.OutputUnit write");
         if (unit != 70 && unit != 71)
             fail("NCHead.OutputUnit write", QStringLiteral("%1 is not a unit code (70 or 71).").arg(unit));
-        data_->outputUnit = unit;
+        store(data_->outputUnit, unit);
     }
     QString Comment() override { return get("NCHead.Comment", data_->comment); }
     void setComment(const QString& comment) override { put("NCHead.Comment", data_->comment, comment); }

@@ -22,21 +22,14 @@ public:
     }
 
     QVariant Value() override { return data("TechnologyParameter.Value").value; }
-    void setValue(const QVariant& value) override { write(data("TechnologyParameter.Value write").value, value); }
+    void setValue(const QVariant& value) override { store(data("TechnologyParameter.Value write").value, value); }
     QString Caption() override { return data("TechnologyParameter.Caption").caption; }
     void setCaption(const QString& caption) override
     {
-        write(data("TechnologyParameter.Caption write").caption, caption);
+        store(data("TechnologyParameter.Caption write").caption, caption);
     }
 
 private:
-    template <class T> void write(T& field, const T& value) const
-    {
-        if (field == value)
-            return;
-        field = value;
-        touch();
-    }
     // The parameter's record, once the operation has passed its guard.
     ParameterData& data(const QString& operation) const
     {

@@ -73,8 +73,8 @@ public:
     }
     void MoveTo(std::shared_ptr<host::Point> position) override
     {
-        change("Component.MoveTo");
-        data_->position = own<PointView>(position, "Component.MoveTo").Value();
+        guard("Component.MoveTo");
+        store(data_->position, own<PointView>(position, "Component.MoveTo").Value());
     }
 
 private:
@@ -126,8 +126,8 @@ public:
     }
     void setSpindle(std::shared_ptr<host::Spindle> spindle) override
     {
-        change("Stock.Spindle write");
-        data_->spindle = own<SpindleView>(spindle, "Stock.Spindle write").Data().number;
+        guard("Stock.Spindle write");
+        store(data_->spindle, own<SpindleView>(spindle, "Stock.Spindle write").Data().number);
     }
 
 private:

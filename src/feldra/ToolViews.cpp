@@ -83,18 +83,18 @@ int ToolView::SpindleDirection() { return get("Tool.SpindleDirection", data_->sp
 
 void ToolView::setBackSpindle(int value)
 {
-    change("Tool.BackSpindle write");
+    guard("Tool.BackSpindle write");
     if (value != 0 && value != 1)
         fail("Tool.BackSpindle write", QStringLiteral("%1 is neither 0 (main) nor 1 (back).").arg(value));
-    data_->backSpindle = value;
+    store(data_->backSpindle, value);
 }
 
 void ToolView::setSpindleDirection(int value)
 {
-    change("Tool.SpindleDirection write");
+    guard("Tool.SpindleDirection write");
     if (value < -1 || value > 1)
         fail("Tool.SpindleDirection write", QStringLiteral("%1 is not -1, 0 or 1.").arg(value));
-    data_->spindleDirection = value;
+    store(data_->spindleDirection, value);
 }
 
 std::shared_ptr<host::TechnologyParameter> ToolView::Parameter(const QString& number)

@@ -48,8 +48,15 @@ protected:
     void put(const QString& operation, T& field, const V& value) const
     {
         guard(operation + QStringLiteral(" write"));
+        store(field, value);
+    }
+    // Stores a value that passed its operation's guard and checks: writing
+    // the value a field has already changes nothing, not even the marker.
+    template <class T, class V>
+    void store(T& field, const V& value) const
+    {
         if (field == value)
-            return; // writing the value it has changes nothing
+            return;
         field = value;
         touch();
     }
