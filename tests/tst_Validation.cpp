@@ -1,6 +1,6 @@
 #include "addin/ui/UiServices.h"
 #include "feldra/MessageBoxRecorder.h"
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 
 #include <QHash>
 #include <QLineEdit>
@@ -8,7 +8,7 @@
 
 #include <optional>
 
-using numeric::ValidateNumber;
+using marelon::ValidateNumber;
 
 namespace {
 

@@ -1,21 +1,22 @@
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
 
 #include <QLineEdit>
 
-namespace numeric {
+namespace marelon {
 namespace {
 
-using marelon::Tr;
+using numeric::IsNumeric;
+using numeric::NumberToText;
+using numeric::ToDouble;
 
 bool refuse(const QString& caption, const QString& request)
 {
     const QString crlf = QStringLiteral("\r\n");
-    marelon::MsgBox(Tr(QStringLiteral("Bad data entered for -")) + QLatin1Char(' ') + caption
-                        + crlf + crlf + request,
-                    host::MsgButtons::OK, host::MsgIcon::Information);
+    MsgBox(Tr(QStringLiteral("Bad data entered for -")) + QLatin1Char(' ') + caption + crlf + crlf + request,
+           host::MsgButtons::OK, host::MsgIcon::Information);
     return false;
 }
 
@@ -59,4 +60,4 @@ bool ValidateNumber(const QString& caption, const QLineEdit& field, std::optiona
     return true;
 }
 
-} // namespace numeric
+} // namespace marelon

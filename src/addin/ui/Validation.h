@@ -6,7 +6,7 @@
 
 class QLineEdit;
 
-namespace numeric {
+namespace marelon {
 
 // Checks that a numeric text field holds a number within the optional bounds.
 // Tells the user what is wrong in a message box and returns whether the field
@@ -18,4 +18,4 @@ bool ValidateNumber(const QString& caption, const QLineEdit& field,
                     std::optional<double> lower = std::nullopt,
                     std::optional<double> upper = std::nullopt, bool inclusive = false);
 
-} // namespace numeric
+} // namespace marelon
