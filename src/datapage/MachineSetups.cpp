@@ -16,11 +16,25 @@ QString SuffixFor(int unitSystem)
     return unitSystem == kMillimetres ? QStringLiteral("_Metric.EMS") : QStringLiteral("_Inch.EMS");
 }
 
-// A name that could reach outside the setup folder.
+// A name that could reach outside the setup folder: one with a path
+// separator or a drive. Two dots inside a name ("Rev..2") stay in the folder.
 bool LeavesFolder(const QString& name)
 {
-    return name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || name.contains(QLatin1Char(':'))
-           || name.contains(QLatin1String(".."));
+    return name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || name.contains(QLatin1Char(':'));
+}
+
+// The file of the folder with this name, its case as the folder has it
+// ("Pin_INCH.EMS" for "Pin_Inch.EMS"); the exact name first.
+QString FileInFolder(const QString& folder, const QString& fileName)
+{
+    const QDir dir(folder);
+    if (QFileInfo(dir.filePath(fileName)).isFile())
+        return fileName;
+    const QStringList files = dir.entryList(QDir::Files, QDir::Name);
+    for (const QString& file : files)
+        if (file.compare(fileName, Qt::CaseInsensitive) == 0)
+            return file;
+    return fileName;
 }
 
 // The folder, created when missing (its parent must exist).
@@ -62,7 +76,8 @@ QStringList MachineSetupNames(const QString& folder, int unitSystem)
 
 QString MachineSetupPath(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)
 {
-    return QDir(MachineSetupFolder(addInFolder, modelName)).filePath(name + SuffixFor(unitSystem));
+    const QString folder = MachineSetupFolder(addInFolder, modelName);
+    return QDir(folder).filePath(FileInFolder(folder, name + SuffixFor(unitSystem)));
 }
 
 bool MachineSetupExists(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)

@@ -40,11 +40,12 @@ QString MachineSetupFolder(const QString& addInFolder, const QString& modelName)
 QStringList MachineSetupNames(const QString& folder, int unitSystem);
 
 // <addInFolder>/MachineSetups/<modelName>/<name>_Metric.EMS for unit 71,
-// ..._Inch.EMS for any other unit.
+// ..._Inch.EMS for any other unit; a file whose name differs only in case
+// ("<name>_INCH.EMS", as the list shows it too) is that file.
 QString MachineSetupPath(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem);
 
 // True when the setup's file exists. An empty name, or one holding a path
-// separator ('/' or '\\'), ':' or "..", is never a setup: no file outside the
+// separator ('/' or '\\') or ':', is never a setup: no file outside the
 // model's setup folder is ever used.
 bool MachineSetupExists(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem);
 
