@@ -97,6 +97,19 @@ public:
         QCoreApplication::sendEvent(&edit, &leave);
     }
 
+    // Fills every checked field with a value that passes OK's check.
+    void FillValid()
+    {
+        for (const char* field : {"txt814", "txt815", "txt816", "txt818", "txt820", "txt821", "txt824", "txt990",
+                                  "txt991", "txt992", "txtStartupSpeed", "txtDwell", "txtColletExt", "TxtChamferDistX",
+                                  "TxtChamferDistZ", "TxtPullBackAmount", "TxtSpindleRPM"})
+            Edit(field).setText("1");
+        Edit("txt817").setText("100");
+        Edit("txt822").setText("0.002");
+        Edit("txt819").setText("3");
+        Edit("txt813").setText("20");
+    }
+
     // A machine setup file of a model in the add-in folder.
     void AddSetupFile(const QString& model, const QString& fileName, const QByteArray& contents = "{}")
     {

@@ -1,6 +1,7 @@
 #include "DataPageFixture.h"
 
 #include <QRadioButton>
+#include <QSettings>
 #include <QTest>
 
 // The Data Page round: what it loads from the settings store or the document,
@@ -20,19 +21,6 @@ class tst_DataPageRound : public QObject {
     {
         f.Setup().makerTag = "MARELON";
         f.Setup().machineCode = machineCode;
-    }
-
-    // Fills every checked field with a value that passes.
-    static void FillValid(DataPageFixture& f)
-    {
-        for (const char* field : {"txt814", "txt815", "txt816", "txt818", "txt820", "txt821", "txt824", "txt990",
-                                  "txt991", "txt992", "txtStartupSpeed", "txtDwell", "txtColletExt", "TxtChamferDistX",
-                                  "TxtChamferDistZ", "TxtPullBackAmount", "TxtSpindleRPM"})
-            f.Edit(field).setText("1");
-        f.Edit("txt817").setText("100");
-        f.Edit("txt822").setText("0.002");
-        f.Edit("txt819").setText("3");
-        f.Edit("txt813").setText("20");
     }
 
 private slots:
@@ -104,7 +92,7 @@ private slots:
         DataPageFixture f;
         f.Open();
         f.SelectModel("L5 16-20");
-        FillValid(f);
+        f.FillValid();
         f.Edit("txt815").setText("2.5");
         Pick(f, "cmbGangHolder", 3);
         Pick(f, "CmbPolarMode", 1);
@@ -127,6 +115,128 @@ private slots:
         QVERIFY(f.Control<QRadioButton>("optMagazine").isChecked());
         QVERIFY(f.Control("txtBarLoaderSubNum").isEnabled());
         QCOMPARE(f.Text("txt813"), QString("0")); // the model's, not the stored 20
+    }
+
+    // After OK the store holds exactly the Data Page's keys, each in its
+    // encoding: texts as typed, list positions, True/False, 0/1, -1 for a
+    // list without a selection.
+    void settingsStoreAfterOk()
+    {
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel("L5 16-20");
+        f.FillValid();
+        f.Edit("txt815").setText("2.50");
+        Pick(f, "cmbGangHolder", 3);
+        Pick(f, "cmbFrontDrillHolder", 1);
+        Pick(f, "cmb893", 2);
+        f.Control<QAbstractButton>("optMagazine").click();
+        Pick(f, "cmbBarLoaderProgType", 1);
+        Pick(f, "CmbSpindleStop", 1);
+        Pick(f, "CmbPolarMode", 1);
+        f.Control<QAbstractButton>("chkToolBreak").click();
+        f.Control<QAbstractButton>("cmdOK").click();
+        QVERIFY(f.messages->Messages().isEmpty());
+
+        QSettings store(marelon::SettingsFolder() + "/Marelon Add-In.ini", QSettings::IniFormat);
+        store.beginGroup("Data Page Settings");
+        QMap<QString, QString> stored;
+        for (const QString& key : store.childKeys())
+            stored.insert(key, store.value(key).toString());
+        const QMap<QString, QString> expected{
+            {"Machine Name", "7"}, {"Tool Positioning Point", "2.50"}, {"Cut Off Tool", "1"},
+            {"Cut Off Speed", "100"}, {"Cut Off Feed", "0.002"}, {"Cut Off End Point", "1"},
+            {"Parts Per Chuck", "3"}, {"Catching Tool", "20"}, {"txt990", "6"}, {"Gang Holder", "3"},
+            {"txt991", "52"}, {"Front Drill Holder", "1"}, {"txt992", "1"}, {"Back Drill Holder", "0"},
+            {"Back Sp Length", "2"}, {"Back Sp Extension", "-1"}, {"Magazine Bar Loader", "True"},
+            {"Magazine Bar Loader Prog Type", "1"}, {"Dwell For Bar Loader", "1"}, {"Bar Loader Sub Number", "0"},
+            {"Chamfer Dist X", "1"}, {"Chamf Dist Z", "1"}, {"Pull Back Amount", "1"}, {"Spindle Stop", "1"},
+            {"Spindle RPM", "1"}, {"Startup Spindle Speed", "1"}, {"Polar Mode", "1"},
+            {"Cut Off Tool Breakage Detection", "1"},
+        };
+        QCOMPARE(stored, expected);
+
+        // Unchecked, hydrostatic, and lists a model without them leaves unselected.
+        f.Open();
+        f.SelectModel("B12");
+        f.FillValid();
+        f.Control<QAbstractButton>("chkToolBreak").click();
+        f.Control<QAbstractButton>("optHydrostatic").click();
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(f.Setting("Cut Off Tool Breakage Detection"), QString("0"));
+        QCOMPARE(f.Setting("Magazine Bar Loader"), QString("False"));
+        for (const char* key : {"Gang Holder", "Front Drill Holder", "Back Drill Holder", "Back Sp Length"})
+            QCOMPARE(f.Setting(key), QString("-1"));
+    }
+
+    // Param893 from the back spindle entry on every model with a list, and
+    // the entry shown again when the part is opened.
+    void backSpindleCodes_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<double>("code");
+        const QList<std::pair<QStringList, QList<std::pair<QString, double>>>> lists{
+            {{"L4 25-32"}, {{"Yes", 1}, {"No", 2}, {"Catch", 3}}},
+            {{"C12-16", "C20-32", "L5 16-20", "L7 16-20"}, {{"Standard", 0}, {"With Basket", 1}, {"With Support", 2}}},
+            {{"L6 32", "M2-3 12-16", "M2-3 20-32"}, {{"Standard", 0}, {"Support", 1}}},
+        };
+        for (const auto& [models, entries] : lists)
+            for (const QString& model : models)
+                for (const auto& [entry, code] : entries)
+                    QTest::addRow("%s %s", qPrintable(model), qPrintable(entry)) << model << entry << code;
+    }
+
+    void backSpindleCodes()
+    {
+        QFETCH(QString, model);
+        QFETCH(QString, entry);
+        QFETCH(double, code);
+        DataPageFixture f;
+        f.Open();
+        f.SelectModel(model);
+        f.FillValid();
+        QComboBox& list = f.List("cmb893");
+        Pick(f, "cmb893", list.findText(entry));
+        QCOMPARE(list.currentText(), entry);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QCOMPARE(Param(f, 893), code);
+        f.Open();
+        QCOMPARE(f.Text("cmb893"), entry);
+    }
+
+    // The drill holder lists show the part's 991 and 992 less the model's offset.
+    void drillHoldersOnLoading_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<double>("front");
+        QTest::addColumn<double>("back");
+        QTest::addColumn<int>("frontPosition");
+        QTest::addColumn<int>("backPosition");
+        QTest::newRow("L5 standard") << "L5 16-20" << 51.0 << 61.0 << 0 << 0;
+        QTest::newRow("L5 free tool") << "L5 16-20" << 52.0 << 62.0 << 1 << 1;
+        QTest::newRow("L7 mixed") << "L7 16-20" << 52.0 << 61.0 << 1 << 0;
+        QTest::newRow("L5 below the list") << "L5 16-20" << 50.0 << 60.0 << 0 << 0;
+        QTest::newRow("M2-3 20-32 back free tool") << "M2-3 20-32" << 0.0 << 1.0 << -1 << 1;
+    }
+
+    void drillHoldersOnLoading()
+    {
+        QFETCH(QString, model);
+        QFETCH(double, front);
+        QFETCH(double, back);
+        QFETCH(int, frontPosition);
+        QFETCH(int, backPosition);
+        DataPageFixture f;
+        const int position = int(marelon::MachineModelNames(false).indexOf(model));
+        TagPart(f, QString::number(marelon::ListIndexToMachineCode(int16_t(position))));
+        SetParam(f, 991, front);
+        SetParam(f, 992, back);
+        f.Open();
+        QCOMPARE(f.Text("cmbMachineName"), model);
+        if (frontPosition >= 0)
+            QCOMPARE(f.List("cmbFrontDrillHolder").currentIndex(), frontPosition);
+        QCOMPARE(f.List("cmbBackDrillHolder").currentIndex(), backPosition);
     }
 
     // A part written by the Data Page loads from its machine setup, never from the store.
@@ -245,7 +355,7 @@ private slots:
         DataPageFixture f;
         f.Open();
         f.SelectModel("L5 16-20");
-        FillValid(f);
+        f.FillValid();
         f.Edit("ProgramName").setText("O9");
         f.Control<QAbstractButton>("chkToolBreak").click();
         f.host.Faults().Fail(failing);
@@ -327,7 +437,7 @@ private slots:
         f.SelectModel(model);
         Pick(f, "StockTypeC", marelon::kProfile); // 814 is typed, not taken from the stock
         f.Edit("FeatureKey").setText("F1");
-        FillValid(f);
+        f.FillValid();
         f.Setup().stockDiameter = 0; // the end point's bound is the bar stock O.D. shown, 1
         f.Edit(field).setText(value);
         f.Control<QAbstractButton>("cmdOK").click();
@@ -354,7 +464,7 @@ private slots:
         DataPageFixture f(unit);
         f.Open();
         f.SelectModel("L4 25-32");
-        FillValid(f);
+        f.FillValid();
         f.Edit("txt818").setText("1.5");
         Pick(f, "cmb893", 2);        // "Catch"
         Pick(f, "cmbBackSpdlExt", 0);
@@ -412,7 +522,7 @@ private slots:
         f.document->data.tools[0]->cornerCode = corner;
         f.document->data.operations[0]->suppressed = suppressed;
         f.Open();
-        FillValid(f);
+        f.FillValid();
         f.Edit("Zamount").setText("-0.5");
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.Setup().faceAmount, amount);
@@ -427,7 +537,7 @@ private slots:
         SetParam(f, 893, 5);
         f.Open();
         f.SelectModel("A20");
-        FillValid(f);
+        f.FillValid();
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.Setup().backSpindleExtension, QString("2"));
         QCOMPARE(Param(f, 893), 5.0);
@@ -453,7 +563,7 @@ private slots:
         DataPageFixture f;
         f.Open();
         f.SelectModel("L5 16-20");
-        FillValid(f);
+        f.FillValid();
         f.Edit("txt816").setText("7");
         f.host.Faults().Fail(failing);
         f.Control<QAbstractButton>("cmdOK").click();
@@ -473,7 +583,7 @@ private slots:
         DataPageFixture f;
         f.Open();
         f.SelectModel("L5 16-20");
-        FillValid(f);
+        f.FillValid();
         Pick(f, "StockTypeC", marelon::kProfile);
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.messages->Last().prompt, QString("Select a feature for the Stock Profile"));
@@ -484,12 +594,12 @@ private slots:
         Pick(f, "StockTypeC", marelon::kPolygon);
         f.Edit("CircleDiameter").setText("1");
         f.Edit("StockLength").setText("10");
-        FillValid(f);
+        f.FillValid();
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.Setup().stockCode, QString("20000"));
         QCOMPARE(f.document->data.simulation.stocks.size(), 1);
         f.Open();
-        FillValid(f);
+        f.FillValid();
         f.Control<QAbstractButton>("cmdOK").click();
         QCOMPARE(f.messages->Messages().size(), 1);
         QCOMPARE(f.document->data.simulation.stocks.size(), 1);
@@ -504,7 +614,7 @@ private slots:
             marelon::Flags().newDocument = isNew;
             f.document->data.title = "part";
             f.Open();
-            FillValid(f);
+            f.FillValid();
             f.Edit("ProgramName").setText("O1000");
             f.Control<QAbstractButton>("cmdOK").click();
             QCOMPARE(f.document->data.title, QString(isNew ? "O1000" : "part"));

@@ -245,7 +245,8 @@ private slots:
         QVERIFY(gang.toolTip().isEmpty());
         f.SelectModel("A20");
         QCOMPARE(gang.text(), QString("3"));
-        QCOMPARE(gang.toolTip(), QString("Carried over from L5 16-20: confirm with Enter or edit"));
+        QCOMPARE(gang.toolTip(),
+                 QString("Carried over from L5 16-20: press Enter in the field to keep it, or type another value"));
         QVERIFY(gang.font().italic());
         QVERIFY(f.Edit("txt813").toolTip().contains("L5 16-20")); // A20 switches 813 on with L5's 0
         f.SelectModel("K16");

@@ -276,6 +276,48 @@ private slots:
         QCOMPARE(marelon::UpdateMachiningLength(*lathe.document(), model, true), cutOff813);
     }
 
+    // The technology types whose geometry counts, at each end of each range.
+    void machiningLengthTypeRanges_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("counts");
+        for (int type : {37, 44, 45, 145, 148, 150, 152, 180, 215, 253, 254, 300, 315, 317, 388, 395, 397})
+            QTest::addRow("%d", type) << type << true;
+        for (int type : {36, 38, 43, 46, 144, 146, 147, 179, 181, 214, 216, 252, 255, 299, 316, 318, 387, 389, 394,
+                         399})
+            QTest::addRow("%d", type) << type << false;
+    }
+    void machiningLengthTypeRanges()
+    {
+        QFETCH(int, type);
+        QFETCH(bool, counts);
+        Lathe lathe({Op{type, "T0", 40}});
+        QCOMPARE(marelon::UpdateMachiningLength(*lathe.document(), "A20", false),
+                 counts ? QString("40.0000") : QString("0.0000"));
+    }
+
+    // The points of a geometry list: kinds 902 and 903, and the points that
+    // kinds 12 and 13 hold; other kinds give nothing.
+    void machiningLengthGeometryKinds_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("902") << 902 << "30.0000";
+        QTest::newRow("903") << 903 << "30.0000";
+        QTest::newRow("12, a line") << 12 << "30.0000";
+        QTest::newRow("13, an arc") << 13 << "30.0000";
+        QTest::newRow("11") << 11 << "0.0000";
+        QTest::newRow("904") << 904 << "0.0000";
+    }
+    void machiningLengthGeometryKinds()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, expected);
+        Lathe lathe({Turn("T0", 0)});
+        lathe.doc->data.operations.first()->geometry = {{kind, {Point3{-5, 0, 0}, Point3{30, 0, 0}}, {}}};
+        QCOMPARE(marelon::UpdateMachiningLength(*lathe.document(), "A20", false), expected);
+    }
+
     // Type 154 counts on its own spindle code and tool, and without a tool.
     void machiningLength154_data()
     {

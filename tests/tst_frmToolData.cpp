@@ -476,7 +476,9 @@ private slots:
         auto* z = control<QLineEdit>(form, "txtToolZShift");
         auto* y = control<QLineEdit>(form, "txtToolYShift");
 
-        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1); // T21 first: the dialog's own "0" is no other tool's
+        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1); // T21 first: the dialog's own "0" is no tool's
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("no tool (opening value)"));
+        QTest::keyClick(z, Qt::Key_Return);
         QCOMPARE(form.CarriedOverFrom(*z), QString());
         form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
         QCOMPARE(z->text(), QStringLiteral("-48"));
@@ -485,7 +487,7 @@ private slots:
         QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
         QVERIFY(z->font().italic());
         QVERIFY(z->palette().color(QPalette::Base) != y->palette().color(QPalette::Base));
-        QCOMPARE(z->toolTip(), QStringLiteral("Carried over from T07: confirm with Enter or edit"));
+        QCOMPARE(z->toolTip(), QStringLiteral("Carried over from T07: press Enter in the field to keep it, or type another value"));
         QCOMPARE(form.CarriedOverFrom(*y), QString());
         QVERIFY(!y->font().italic());
 

@@ -369,8 +369,8 @@
         <translation>Diese Zeichen kann die Halterdatei nicht speichern: %1</translation>
     </message>
     <message>
-        <source>Carried over from %1: confirm with Enter or edit</source>
-        <translation>Übernommen von %1: mit Enter bestätigen oder ändern</translation>
+        <source>Carried over from %1: press Enter in the field to keep it, or type another value</source>
+        <translation>Übernommen von %1: Enter im Feld behält den Wert, sonst einen anderen eingeben</translation>
     </message>
     <message>
         <source>Nothing was written. These fields still show a value carried over from another tool:</source>
@@ -1135,6 +1135,26 @@
     <message>
         <source>No &quot;Main Stock&quot;.</source>
         <translation>Kein „Main Stock“.</translation>
+    </message>
+    <message>
+        <source>no tool (opening value)</source>
+        <translation>keinem Werkzeug (Anfangswert)</translation>
+    </message>
+    <message>
+        <source>Mode %1 of the part (kept)</source>
+        <translation>Modus %1 des Teils (beibehalten)</translation>
+    </message>
+    <message>
+        <source>The machine setup folder "%1" cannot be created.</source>
+        <translation>Der Ordner der Maschineneinrichtungen „%1“ kann nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>"%1" is not a folder.</source>
+        <translation>„%1“ ist kein Ordner.</translation>
+    </message>
+    <message>
+        <source>The machine setup folder "%1" cannot be read.</source>
+        <translation>Der Ordner der Maschineneinrichtungen „%1“ kann nicht gelesen werden.</translation>
     </message>
 </context>
 </TS>

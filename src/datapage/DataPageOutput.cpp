@@ -20,7 +20,7 @@
 #include "datapage/StockDefinition.h"
 #include "datapage/frmMarelonDataPage.h"
 #include "numeric/NumberText.h"
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -29,6 +29,7 @@
 #include <QRadioButton>
 
 #include <cmath>
+#include <limits>
 
 
 namespace marelon {
@@ -50,7 +51,16 @@ QComboBox& List(frmMarelonDataPage& form, const char* name)
 
 double Number(frmMarelonDataPage& form, const char* name)
 {
-    return FieldNumber(Edit(form, name).text());
+    return numeric::ToDouble(Edit(form, name).text());
+}
+
+// A number of the bar-change line. The line is built whatever the loader, so
+// from disabled fields too, which OK does not check: a text that is not a
+// number there counts by its leading number ("abc" is 0).
+double LineNumber(frmMarelonDataPage& form, const char* name)
+{
+    const QString text = Edit(form, name).text();
+    return numeric::IsNumeric(text) ? numeric::ToDouble(text) : numeric::LeadingNumber(text);
 }
 
 bool Checked(frmMarelonDataPage& form, const char* name)
@@ -66,7 +76,7 @@ double BarStockDiameter(frmMarelonDataPage& form)
 {
     const QString shown = Edit(form, "txt814").text();
     if (numeric::IsNumeric(shown))
-        return std::abs(FieldNumber(shown));
+        return std::abs(numeric::ToDouble(shown));
     return form.ActiveDocument()->MachineSetup()->StockDiameter();
 }
 
@@ -81,23 +91,25 @@ bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchD
     case Check::NoCheck:
         return true;
     case Check::NumericOnly:
-        return numeric::ValidateNumber(caption, box);
+        return ValidateNumber(caption, box);
     case Check::AtLeast:
-        return numeric::ValidateNumber(caption, box, field.bound, std::nullopt, true);
+        return ValidateNumber(caption, box, field.bound, std::nullopt, true);
     case Check::GreaterThan:
-        return numeric::ValidateNumber(caption, box, field.bound, std::nullopt, false);
+        return ValidateNumber(caption, box, field.bound, std::nullopt, false);
     case Check::BarStockOD:
-        return numeric::ValidateNumber(caption, box, 0.0, inchDocument ? kInchBarStockLimit : kMetricBarStockLimit);
+        return ValidateNumber(caption, box, 0.0, inchDocument ? kInchBarStockLimit : kMetricBarStockLimit);
     case Check::CutOffEndPoint: {
         const double diameter = BarStockDiameter(form);
-        return numeric::ValidateNumber(caption, box, -diameter, diameter);
+        return ValidateNumber(caption, box, -diameter, diameter);
     }
+    case Check::ProgramNumber:
+        return ValidateNumber(caption, box, 0.0, double(std::numeric_limits<int32_t>::max()));
     case Check::CatchingTool: {
         const QString model = form.MachineName();
         if (model == QLatin1String("M2-3 12-16") || model == QLatin1String("M2-3 20-32"))
-            return numeric::ValidateNumber(caption, box, 20.0, 29.0);
+            return ValidateNumber(caption, box, 20.0, 29.0);
         if (model == QLatin1String("E2 16J") || model == QLatin1String("E2 25J-32"))
-            return numeric::ValidateNumber(caption, box);
+            return ValidateNumber(caption, box);
         return true;
     }
     }
@@ -126,7 +138,7 @@ void WriteField(frmMarelonDataPage& form, host::MachineSetup& setup, const DataP
         (setup.*field.property.set)(Checked(form, field.control) ? 1 : 0);
         break;
     case Encoding::PartsPerChuck: {
-        const int polarMode = List(form, "CmbPolarMode").currentIndex();
+        const int polarMode = form.PolarModeCode();
         setup.setParam819(Number(form, field.control) + (polarMode >= 0 ? 1000.0 * polarMode : 0.0));
         break;
     }
@@ -164,7 +176,7 @@ void WriteStock(frmMarelonDataPage& form, host::Document& document, Remember&& r
         remember([&] {
             const double start = Number(form, "Zamount");
             BuildPolygonStock(form.Application(), Checked(form, "ODCircle") ? 2 : 1, Number(form, "CircleDiameter"),
-                              numeric::RoundToInt16(FieldNumber(List(form, "Sides").currentText())),
+                              numeric::RoundToInt16(numeric::ToDouble(List(form, "Sides").currentText())),
                               Number(form, "BaseAngle") * Pi() / 180, start, Number(form, "StockLength") - start);
         });
     } else if (type == kProfile) {
@@ -203,15 +215,7 @@ bool CheckStockProfile(frmMarelonDataPage& form)
 bool WriteDataPage(frmMarelonDataPage& form, bool inchDocument)
 {
     bool failed = false;
-    auto remember = [&failed](auto&& statement) {
-        try {
-            statement();
-        } catch (const host::HostError&) {
-            failed = true;
-        } catch (const numeric::NumberError&) {
-            failed = true;
-        }
-    };
+    auto remember = [&failed](auto&& statement) { failed |= !ContinueOnError(statement); };
     const auto document = form.ActiveDocument();
     remember([&] { SaveDataToMachineSetup(form); });
     remember([&] {
@@ -244,8 +248,8 @@ void WriteNCOutput(frmMarelonDataPage& form)
 {
     const auto setup = form.ActiveDocument()->MachineSetup();
     const QString name = Edit(form, "ProgramName").text();
-    const int32_t number = numeric::RoundToInt32(Number(form, "ProgramNumber"));
     setup->setProgramName(name);
+    const int32_t number = numeric::RoundToInt32(Number(form, "ProgramNumber"));
     setup->setProgramNumber(number);
     const QStringList& comments = form.HeadComments();
     const int unit = 70 + List(form, "NCCodeUnit").currentIndex();
@@ -265,11 +269,11 @@ void SaveBarLoaderSettings(frmMarelonDataPage& form)
         BarLoaderTypeCode(Checked(form, "optMagazine"), List(form, "cmbBarLoaderProgType").currentIndex()));
     setup->setBarLoaderSubProgram(Edit(form, "txtBarLoaderSubNum").text());
     BarLoaderLine line;
-    line.chamferX = Number(form, "TxtChamferDistX");
-    line.chamferZ = Number(form, "TxtChamferDistZ");
-    line.pullBack = Number(form, "TxtPullBackAmount");
+    line.chamferX = LineNumber(form, "TxtChamferDistX");
+    line.chamferZ = LineNumber(form, "TxtChamferDistZ");
+    line.pullBack = LineNumber(form, "TxtPullBackAmount");
     line.spindleStop = List(form, "CmbSpindleStop").currentIndex() != 0;
-    line.spindleRpm = Number(form, "TxtSpindleRPM");
+    line.spindleRpm = LineNumber(form, "TxtSpindleRPM");
     line.m1 = List(form, "StockTypeC").currentIndex() > kTube;
     setup->setBarLoaderCommand(BuildBarLoaderCommand(line));
 }

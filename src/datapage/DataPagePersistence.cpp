@@ -121,7 +121,7 @@ void SelectDrillHolder(frmMarelonDataPage& form, const char* list, const char* c
 {
     if (!offset)
         return;
-    const int position = Whole(FieldNumber(form.Control<QLineEdit>(QLatin1String(code)).text())) - *offset;
+    const int position = Whole(numeric::ToDouble(form.Control<QLineEdit>(QLatin1String(code)).text())) - *offset;
     form.SelectList(form.Control<QComboBox>(QLatin1String(list)), position);
 }
 
@@ -143,7 +143,7 @@ void LoadField(frmMarelonDataPage& form, host::MachineSetup& setup, const DataPa
         form.Control<QLineEdit>(control).setText(QString::number(numeric::RoundToInt32(setup.Param819()) % 1000));
         break;
     case Encoding::PolarMode:
-        form.SelectList(form.Control<QComboBox>(control), numeric::RoundToInt32(setup.Param819()) / 1000);
+        form.ShowPolarMode(numeric::RoundToInt32(setup.Param819()) / 1000);
         break;
     case Encoding::GangPattern:
         SelectPatternByCode(form.Control<QComboBox>(control), Whole(setup.Param990()),
@@ -163,7 +163,7 @@ void LoadField(frmMarelonDataPage& form, host::MachineSetup& setup, const DataPa
         if (model == QLatin1String("L4 25-32")) {
             const QString stored = setup.BackSpindleExtension();
             if (!stored.isEmpty()) {
-                const double value = FieldNumber(stored);
+                const double value = numeric::ToDouble(stored);
                 form.SelectList(form.Control<QComboBox>(control), value >= 1 ? int(value) - 1 : 0);
             }
         }

@@ -2,7 +2,6 @@
 
 #include "addin/host/MachineSetup.h"
 #include "addin/ui/UiServices.h"
-#include "numeric/NumberText.h"
 
 #include <stdexcept>
 
@@ -65,7 +64,7 @@ constexpr DataPageField kFields[] = {
 {"StockLength",             "StockLength",           "StockLengthTxt",        0,    "Stock Length",                                "",                                 NotStored,  "",   Double,        Stock,                 {&MS::StockLength, &MS::setStockLength},                      NoCheck,         0},
 {"ZFacingAmount",           "Zamount",               "ZAmountTxt",            0,    "Z Facing Amount",                             "",                                 NotStored,  "",   Double,        Stock,                 {&MS::StockFrontZ, &MS::setStockFrontZ},                      NoCheck,         0},
 {"PartLength",              "PartLength",            "PartLengthTxt",         0,    "Part Length",                                 "",                                 NotStored,  "",   Double,        Stock,                 {&MS::PartLength, &MS::setPartLength},                        NoCheck,         0},
-{"ProgramNumber",           "ProgramNumber",         "lblProgramNumber",      0,    "Program Number",                              "",                                 NotStored,  "",   Integer,       NCOutput,              kNone,                                                        NoCheck,         0},
+{"ProgramNumber",           "ProgramNumber",         "lblProgramNumber",      0,    "Program Number",                              "",                                 NotStored,  "",   Integer,       NCOutput,              kNone,                                                        ProgramNumber,   0},
 {"ProgramName",             "ProgramName",           "lblProgramName",        0,    "Program Name",                                "",                                 NotStored,  "",   Text,          NCOutput,              kNone,                                                        NoCheck,         0},
 {"NCCodeUnit",              "NCCodeUnit",            "lblNCCodeUnit",         0,    "Unit for NC Code",                            "",                                 NotStored,  "",   ListPosition,  NCOutput,              kNone,                                                        NoCheck,         0},
 {"HeadComment",             "cmbHeadComment",        "lblHeadComment",        0,    "Head ID",                                     "",                                 NotStored,  "",   ListPosition,  NCOutput,              kNone,                                                        NoCheck,         0},
@@ -93,11 +92,6 @@ QString ParameterCaption(int parameter, const QString& english)
     if (parameter == 0)
         return Tr(english);
     return QStringLiteral("%1 - ").arg(parameter, 3, 10, QLatin1Char('0')) + Tr(english);
-}
-
-double FieldNumber(const QString& text)
-{
-    return numeric::ToDouble(text);
 }
 
 } // namespace marelon

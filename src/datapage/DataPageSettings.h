@@ -62,6 +62,7 @@ enum class Check {
     BarStockOD,     // between 0 and 1.2598 in an inch document, 0 and 32 otherwise
     CutOffEndPoint, // between -D and +D, D the document's stock diameter
     CatchingTool,   // between 20 and 29 on the M2-3 models, numeric on the E2 J models
+    ProgramNumber,  // a whole 32-bit program number: between 0 and 2147483647
 };
 
 // A double property of the machine setup.
@@ -96,9 +97,5 @@ const DataPageField& DataPageFieldOf(const QString& control);
 // A label caption: "814 - " and the translated text, or the translated text
 // alone without a parameter number. Numbers keep three digits ("016 - ").
 QString ParameterCaption(int parameter, const QString& english);
-
-// The number a field shows, read in the user's locale; throws
-// numeric::NumberError for a text that is not a number.
-double FieldNumber(const QString& text);
 
 } // namespace marelon

@@ -465,7 +465,36 @@ List BackSpindleListOf(const QString& model)
     return row && row->s893.state == State::List ? row->s893.list : List::BackB;
 }
 
+// The caption a model gives a slot: the reset's, unless the model's numbering
+// or its own captions replace it (the last one found counts, as on the form).
+Caption CaptionOf(const QString& model, const char* input)
+{
+    const DataPageField& field = DataPageFieldOf(QLatin1String(input));
+    Caption shown{input, field.parameter, field.caption};
+    if (!RowOf(model))
+        return shown;
+    auto take = [&](const Caption& caption) {
+        if (qstrcmp(caption.input, input) == 0)
+            shown = caption;
+    };
+    for (const ModelCaptions& captions : kCaptions) {
+        if (!Names(captions.models, model))
+            continue;
+        std::for_each(captions.numbering.begin(), captions.numbering.end(), take);
+        std::for_each(captions.own.begin(), captions.own.end(), take);
+    }
+    return shown;
+}
+
 } // namespace
+
+bool SlotMeansTheSame(const QString& oneModel, const QString& otherModel, const QString& input)
+{
+    const QByteArray name = input.toLatin1();
+    const Caption one = CaptionOf(oneModel, name.constData());
+    const Caption other = CaptionOf(otherModel, name.constData());
+    return one.parameter == other.parameter && qstrcmp(one.text, other.text) == 0;
+}
 
 void ApplyMachineLayout(frmMarelonDataPage& form, const QString& modelName)
 {

@@ -15,6 +15,11 @@ class frmMarelonDataPage;
 // reset alone.
 void ApplyMachineLayout(frmMarelonDataPage& form, const QString& modelName);
 
+// Whether a Machine Data slot (its input, "txt816") has the same caption and
+// parameter number on both models: a value typed under one then means the
+// same under the other.
+bool SlotMeansTheSame(const QString& oneModel, const QString& otherModel, const QString& input);
+
 // What the drill holder lists add to a list position to give the holder code
 // (txt991, txt992) on this model; none on models whose lists set no code.
 std::optional<int> FrontDrillHolderOffset(const QString& modelName);

@@ -121,6 +121,34 @@ std::shared_ptr<host::Tool> FindTool(host::Document& document, const std::option
     return found;
 }
 
+// The technology of the first operation, not suppressed, that cuts off
+// (153 or 398); a host refusal leaves the caller.
+std::shared_ptr<host::Technology> FirstCutOffTechnology(host::Document& document)
+{
+    const auto operations = document.Operations();
+    const int count = operations->Count();
+    for (int i = 1; i <= count; ++i) {
+        const auto operation = operations->Item(i);
+        if (operation->Suppressed())
+            continue;
+        auto technology = operation->Technology();
+        if (IsCutOffTechnology(technology->TechnologyType()))
+            return technology;
+    }
+    return nullptr;
+}
+
+// The first tool of the document with this identifier; a host refusal leaves the caller.
+std::shared_ptr<host::Tool> FirstToolWithId(host::Document& document, const QString& id)
+{
+    const auto tools = document.Tools();
+    const int count = tools->Count();
+    for (int i = 1; i <= count; ++i)
+        if (auto tool = tools->Item(i); tool->ToolID() == id)
+            return tool;
+    return nullptr;
+}
+
 // The width of a parting tool (kind 17 or 23 with corner code 13 or 14).
 std::optional<double> PartingWidth(host::Tool& tool)
 {
@@ -342,12 +370,11 @@ QString UpdateMachiningLength(host::Document& document, const QString& modelName
 
 double EvalFaceAmount(host::Document& document, double zFacingAmount)
 {
-    const auto operations = ActiveOperations(document);
-    const auto cutOff = std::find_if(operations.begin(), operations.end(),
-                                     [](const ActiveOperation& op) { return IsCutOffTechnology(op.type); });
-    if (cutOff == operations.end())
+    const auto cutOff = FirstCutOffTechnology(document);
+    if (!cutOff)
         return 0;
-    const auto tool = FindTool(document, ToolIdentifier(*cutOff->technology));
+    const QString id = cutOff->Parameter(QStringLiteral("498"))->Value().toString();
+    const auto tool = FirstToolWithId(document, id);
     if (!tool)
         return 0;
     auto face = [zFacingAmount](auto kind) {

@@ -63,6 +63,7 @@ QString UpdateMachiningLength(host::Document& document, const QString& modelName
 // first cut-off operation (walking from the first): -|z| for a corner code of
 // 14, otherwise its centre offset - width - |z|; 0 without a cut-off
 // operation, without its tool or for a tool other than kinds 17 and 23.
+// A host refusal on the way leaves it: the caller keeps the old face amount.
 double EvalFaceAmount(host::Document& document, double zFacingAmount);
 
 } // namespace marelon

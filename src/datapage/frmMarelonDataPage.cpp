@@ -27,12 +27,14 @@
 #include "datapage/StockDefinition.h"
 #include "numeric/Encode.h"
 #include "numeric/NumberText.h"
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 #include "addin/ui/ControlHandler.h"
 #include "ui_frmMarelonDataPage.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QScopeGuard>
 
 #include <cmath>
@@ -150,10 +152,10 @@ void frmMarelonDataPage::ConnectHandlers()
     ConnectHandler(this, ui_->CmdUpd821, &QPushButton::clicked, &frmMarelonDataPage::CmdUpd821_Click);
     ConnectHandler(this, ui_->CmdUpdColletExt, &QPushButton::clicked, &frmMarelonDataPage::CmdUpdColletExt_Click);
     ConnectHandler(this, ui_->SelectButton, &QPushButton::clicked, &frmMarelonDataPage::SelectButton_Click);
-    ConnectHandler(this, ui_->optMagazine, &QRadioButton::clicked, &frmMarelonDataPage::optMagazine_Click);
-    ConnectHandler(this, ui_->optHydrostatic, &QRadioButton::clicked, &frmMarelonDataPage::optHydrostatic_Click);
-    ConnectHandler(this, ui_->ODCircle, &QRadioButton::clicked, &frmMarelonDataPage::ODCircle_Click);
-    ConnectHandler(this, ui_->IDCircle, &QRadioButton::clicked, &frmMarelonDataPage::IDCircle_Click);
+    ConnectOptionChange(*ui_->optMagazine, &frmMarelonDataPage::optMagazine_Click);
+    ConnectOptionChange(*ui_->optHydrostatic, &frmMarelonDataPage::optHydrostatic_Click);
+    ConnectOptionChange(*ui_->ODCircle, &frmMarelonDataPage::ODCircle_Click);
+    ConnectOptionChange(*ui_->IDCircle, &frmMarelonDataPage::IDCircle_Click);
     ConnectHandler(this, ui_->Comments, &QLineEdit::textChanged, &frmMarelonDataPage::Comments_Change);
     for (const ListHandler& list : kListHandlers) {
         auto* combo = findChild<QComboBox*>(QLatin1String(list.list));
@@ -172,13 +174,45 @@ void frmMarelonDataPage::ConnectHandlers()
     }
     for (QLineEdit* edit : findChildren<QLineEdit*>())
         edit->installEventFilter(this);
+    // No button is pressed by an Enter meant for a field.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+        button->setDefault(false);
+    }
     ui_->Sides->installEventFilter(this);
 }
 
-// Focus in: select the text. Focus out to another control: the field's leave handler.
+static bool IsEnter(const QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+// An option's handler runs when the option becomes the chosen one, by a
+// click, an arrow key or code; a click on the option already chosen changes
+// nothing and runs nothing.
+void frmMarelonDataPage::ConnectOptionChange(QRadioButton& option, void (frmMarelonDataPage::*handler)())
+{
+    connect(&option, &QAbstractButton::toggled, this, [this, handler](bool chosen) {
+        if (chosen)
+            RunControlHandler([this, handler] { (this->*handler)(); });
+    });
+}
+
+// Focus in: select the text. Focus out to another control: the field's leave
+// handler. Enter in a field: the same check, and the focus stays.
 bool frmMarelonDataPage::eventFilter(QObject* watched, QEvent* event)
 {
     const QString name = watched->objectName();
+    if (IsEnter(event) && qobject_cast<QLineEdit*>(watched)) {
+        auto* box = static_cast<QLineEdit*>(watched);
+        RunControlHandler([&] { LeaveField(name); });
+        if (box->hasFocus())
+            box->selectAll();
+        return false; // the field confirms its own value (returnPressed)
+    }
     if (event->type() == QEvent::FocusIn && Contains(kSelectOnFocus, name)) {
         auto* box = static_cast<QLineEdit*>(watched);
         const int start = box->hasSelectedText() ? box->selectionStart() : box->cursorPosition();
@@ -190,16 +224,34 @@ bool frmMarelonDataPage::eventFilter(QObject* watched, QEvent* event)
         // The field ends its own editing first, so that a handler that puts
         // the focus back keeps the selection it makes.
         static_cast<QObject*>(watched)->event(event);
-        if (Contains(kCheckOnLeaving, name)) {
-            RunControlHandler([&] { CheckNumericEntry(*static_cast<QLineEdit*>(watched)); });
-        } else {
-            for (const LeaveHandler& leave : kLeaveHandlers)
-                if (name == QLatin1String(leave.control))
-                    RunControlHandler([&] { (this->*leave.handler)(); });
-        }
+        RunControlHandler([&] { LeaveField(name); });
         return true;
     }
     return QDialog::eventFilter(watched, event);
+}
+
+// What leaving a control does: the numeric check, or the control's own handler.
+void frmMarelonDataPage::LeaveField(const QString& name)
+{
+    if (Contains(kCheckOnLeaving, name)) {
+        CheckNumericEntry(Control<QLineEdit>(name));
+        return;
+    }
+    for (const LeaveHandler& leave : kLeaveHandlers)
+        if (name == QLatin1String(leave.control))
+            (this->*leave.handler)();
+}
+
+// Enter confirms the field that has the focus; it presses a button only while
+// that button has the focus. OK never runs from a field.
+void frmMarelonDataPage::keyPressEvent(QKeyEvent* event)
+{
+    if (IsEnter(event)) {
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+            button->click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void frmMarelonDataPage::Form_Load()
@@ -208,7 +260,6 @@ void frmMarelonDataPage::Form_Load()
     ParentToHost(this);
     SetCaptions();
     SetCirclePicture(false);
-    ui_->SelectButton->setIcon(QPixmap(QStringLiteral(":/datapage/SELECTION")));
 }
 
 // The captions that are the system's own texts, translated as they are set.
@@ -226,7 +277,6 @@ void frmMarelonDataPage::SetCaptions()
         else if (auto* button = findChild<QAbstractButton*>(QLatin1String(field.control)))
             button->setText(Tr(QLatin1String(field.caption)));
     }
-    ui_->SelectButton->setText(QString());
     ui_->SelectButton->setToolTip(Tr(QStringLiteral("Select Feature for Stock Profile")));
     const std::pair<QGroupBox*, const char*> frames[] = {
         {ui_->StockFrame, "Stock Definition"}, {ui_->fraNCOutput, "NC Output"}, {ui_->fraComments, "Comments"},
@@ -282,12 +332,32 @@ void frmMarelonDataPage::FillFixedLists()
 {
     FillList(*ui_->cmbBarLoaderProgType, {QStringLiteral("Sub Program"), QStringLiteral("M Code")});
     FillList(*ui_->CmbSpindleStop, {QStringLiteral("NO"), QStringLiteral("YES")});
+    // The placeholder of a kept polar mode goes first: taking it from a list
+    // without a selection would select the first entry.
+    keptPolarMode_.reset();
+    ui_->CmbPolarMode->setPlaceholderText(QString());
     FillList(*ui_->CmbPolarMode, {QStringLiteral("X and C"), QStringLiteral("X and Y")});
     FillList(*ui_->StockTypeC,
              {QStringLiteral("Bar"), QStringLiteral("Tube"), QStringLiteral("Polygon"), QStringLiteral("Profile")});
     FillList(*ui_->Sides, {QStringLiteral("4"), QStringLiteral("6"), QStringLiteral("8")}, false);
     FillList(*ui_->NCCodeUnit, {QStringLiteral("Inch"), QStringLiteral("Metric")});
     ui_->SelectButton->setIcon(QPixmap(QStringLiteral(":/datapage/SELECTION")));
+}
+
+void frmMarelonDataPage::ShowPolarMode(int mode)
+{
+    QComboBox& list = *ui_->CmbPolarMode;
+    SelectList(list, mode);
+    if (list.currentIndex() >= 0 || mode < list.count())
+        return;
+    keptPolarMode_ = mode;
+    list.setPlaceholderText(Tr(QStringLiteral("Mode %1 of the part (kept)")).arg(mode));
+}
+
+int frmMarelonDataPage::PolarModeCode() const
+{
+    const int position = ui_->CmbPolarMode->currentIndex();
+    return position >= 0 ? position : keptPolarMode_.value_or(-1);
 }
 
 void frmMarelonDataPage::FillMachineList()
@@ -408,14 +478,18 @@ void frmMarelonDataPage::TakeSlotValue(QLineEdit& slot)
 }
 
 // A model leaves the slots its layout does not set as they were: a value set
-// under another model stays, marked as carried over from that model.
+// under another model stays, marked as carried over from that model where
+// the slot means something else there (another caption or parameter number).
 void frmMarelonDataPage::MarkCarriedOverSlots()
 {
     const QString model = MachineName();
     for (const char* name : kModelSlots) {
         QLineEdit& slot = Control<QLineEdit>(QLatin1String(name));
         const QString from = slotModels_.value(&slot);
-        MarkCarriedOver(slot, from == model ? QString() : from);
+        if (from.isEmpty() || SlotMeansTheSame(from, model, slot.objectName()))
+            TakeSlotValue(slot);
+        else
+            MarkCarriedOver(slot, from);
     }
 }
 
@@ -431,7 +505,7 @@ void frmMarelonDataPage::AddMachineSetups()
                                         document->UnitSystem()));
     } catch (const MachineSetupFolderError& error) {
         MsgBox(Tr(QStringLiteral("The machine setups of this machine cannot be listed.")) + QLatin1Char('\n') +
-               QString::fromUtf8(error.what()));
+               Tr(error.Reason()).arg(QDir::toNativeSeparators(error.Folder())));
     }
 }
 
@@ -476,13 +550,23 @@ void frmMarelonDataPage::cmbBarLoaderProgType_Click()
     const int position = ui_->cmbBarLoaderProgType->currentIndex();
     if (position != 0 && position != 1)
         return;
-    const bool subProgram = position == 0;
+    EnableSubProgramNumber(position == 0);
+    EnableLineFields(position == 1);
+}
+
+void frmMarelonDataPage::EnableSubProgramNumber(bool enabled)
+{
     for (QWidget* w : {static_cast<QWidget*>(ui_->lblBarLoaderSubNum), static_cast<QWidget*>(ui_->txtBarLoaderSubNum)})
-        w->setEnabled(subProgram);
+        w->setEnabled(enabled);
+}
+
+// The fields of the bar-change line: chamfer distances, pull back, spindle stop and speed.
+void frmMarelonDataPage::EnableLineFields(bool enabled)
+{
     for (QWidget* w : std::initializer_list<QWidget*>{ui_->LblChamferDist, ui_->TxtChamferDistX, ui_->TxtChamferDistZ,
                                                       ui_->LblPullBackAmount, ui_->TxtPullBackAmount, ui_->LblSpindleStop,
                                                       ui_->CmbSpindleStop, ui_->LblSpindleRPM, ui_->TxtSpindleRPM})
-        w->setEnabled(!subProgram);
+        w->setEnabled(enabled);
 }
 
 // Choosing the magazine loader starts from a sub program; the fields follow
@@ -507,14 +591,10 @@ void frmMarelonDataPage::ApplyBarLoaderEnabling()
 {
     const BarLoaderEnabling enabling =
         BarLoaderEnablingFor(ui_->optMagazine->isChecked(), ui_->cmbBarLoaderProgType->currentIndex());
-    for (QWidget* w : {static_cast<QWidget*>(ui_->lblBarLoaderSubNum), static_cast<QWidget*>(ui_->txtBarLoaderSubNum)})
-        w->setEnabled(enabling.subProgramNumber);
+    EnableSubProgramNumber(enabling.subProgramNumber);
     for (QWidget* w : {static_cast<QWidget*>(ui_->LblBarLoaderProgType), static_cast<QWidget*>(ui_->cmbBarLoaderProgType)})
         w->setEnabled(enabling.programType);
-    for (QWidget* w : std::initializer_list<QWidget*>{ui_->LblChamferDist, ui_->TxtChamferDistX, ui_->TxtChamferDistZ,
-                                                      ui_->LblPullBackAmount, ui_->TxtPullBackAmount, ui_->LblSpindleStop,
-                                                      ui_->CmbSpindleStop, ui_->LblSpindleRPM, ui_->TxtSpindleRPM})
-        w->setEnabled(enabling.mCodeFields);
+    EnableLineFields(enabling.mCodeFields);
 }
 
 void frmMarelonDataPage::cmbHeadComment_Click()
@@ -611,7 +691,7 @@ void frmMarelonDataPage::SetPolygonDiameter()
     if (!numeric::IsNumeric(diameter) || !numeric::IsNumeric(sides))
         return;
     ui_->txt814->setText(
-        NumberText(PolygonOutsideDiameter(FieldNumber(diameter), int(FieldNumber(sides)), true)));
+        NumberText(PolygonOutsideDiameter(numeric::ToDouble(diameter), int(numeric::ToDouble(sides)), true)));
 }
 
 void frmMarelonDataPage::MyTabs_Click(int previousTab)
@@ -650,8 +730,8 @@ static void TakeAbsoluteDiameter(frmMarelonDataPage& form, QLineEdit& diameter, 
     form.CheckNumericEntry(diameter);
     if (!numeric::IsNumeric(diameter.text()))
         return;
-    diameter.setText(NumberText(std::abs(FieldNumber(diameter.text()))));
-    parameter.setText(NumberText(FieldNumber(diameter.text())));
+    diameter.setText(NumberText(std::abs(numeric::ToDouble(diameter.text()))));
+    parameter.setText(NumberText(numeric::ToDouble(diameter.text())));
 }
 
 void frmMarelonDataPage::StockDiameter_LostFocus()
@@ -684,13 +764,13 @@ void frmMarelonDataPage::BaseAngle_LostFocus()
     }
     const QString sides = ui_->Sides->currentText();
     if (numeric::IsNumeric(sides))
-        ui_->BaseAngle->setText(NumberText(NormaliseBaseAngle(FieldNumber(angle), int(FieldNumber(sides)))));
+        ui_->BaseAngle->setText(NumberText(NormaliseBaseAngle(numeric::ToDouble(angle), int(numeric::ToDouble(sides)))));
 }
 
 void frmMarelonDataPage::ProgramNumber_LostFocus()
 {
     const QString number = ui_->ProgramNumber->text();
-    ui_->ProgramNumber->setText(numeric::IsNumeric(number) ? NumberText(std::abs(FieldNumber(number)))
+    ui_->ProgramNumber->setText(numeric::IsNumeric(number) ? NumberText(std::abs(numeric::ToDouble(number)))
                                                             : QStringLiteral("0"));
 }
 
@@ -705,9 +785,9 @@ void frmMarelonDataPage::txtColletExt_LostFocus()
         const auto technology = operations->Item(i)->Technology();
         if (technology->TechnologyType() != kPickUpTechnology)
             continue;
-        if (!numeric::ValidateNumber(ui_->lblColletExt->text(), *ui_->txtColletExt, 0.0, std::nullopt, true))
+        if (!ValidateNumber(ui_->lblColletExt->text(), *ui_->txtColletExt, 0.0, std::nullopt, true))
             break;
-        technology->AsTechnology207()->setColletExtension(FieldNumber(ui_->txtColletExt->text()));
+        technology->AsTechnology207()->setColletExtension(numeric::ToDouble(ui_->txtColletExt->text()));
     }
     const BackSpindleChuckPosition position = UpdateBackSpindleChuckPos(*document, ui_->txtColletExt->text());
     if (position.colletExtension)

@@ -7,10 +7,12 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 class QComboBox;
 class QLineEdit;
+class QRadioButton;
 
 namespace host {
 class Application;
@@ -108,11 +110,18 @@ public:
     // The stock type the document had when the Data Page was opened.
     int OpenedStockType() const { return openedStockType_; }
     QString MachineName() const;
+    // The polar mode of a part's Param819 (its thousands): selected in the
+    // list, or, for a mode the list does not have, kept as it is and shown.
+    void ShowPolarMode(int mode);
+    // The polar mode OK writes: the list's position, else the part's mode
+    // kept, else -1 (none).
+    int PolarModeCode() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     // Escape: the same as Cancel.
     void reject() override { cmdCancel_Click(); }
 
@@ -121,11 +130,15 @@ private:
     void ShowAgain();
     void Form_QueryUnload(bool& cancel, UnloadMode unloadMode);
     void ConnectHandlers();
+    void ConnectOptionChange(QRadioButton& option, void (frmMarelonDataPage::*handler)());
+    void LeaveField(const QString& name);
     void SetCaptions();
     void FillFixedLists();
     void FillMachineList();
     void ShowMachineSetupName();
     void SetPolygonDiameter();
+    void EnableSubProgramNumber(bool enabled);
+    void EnableLineFields(bool enabled);
     void SetCirclePicture(bool insideCircle);
     void SetStockFieldsVisible(bool outside, bool inside, bool polygon, bool profile);
     void MarkCarriedOverSlots();
@@ -137,6 +150,8 @@ private:
     int openedStockType_ = 0;
     // The model under which each Machine Data slot got its value.
     QHash<const QLineEdit*, QString> slotModels_;
+    // A polar mode of the part that the list has no entry for.
+    std::optional<int> keptPolarMode_;
 };
 
 } // namespace marelon

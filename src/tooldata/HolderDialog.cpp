@@ -7,7 +7,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/Encode.h"
 #include "numeric/NumberText.h"
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 #include "addin/ui/ControlHandler.h"
 #include "tooldata/Windows1252.h"
 
@@ -93,11 +93,11 @@ std::optional<HolderRecord> HolderDialog::CheckedHolder()
     }
     if (!FitsTheFile(name, QStringLiteral("Invalid Holder Name.")))
         return std::nullopt;
-    if (!numeric::ValidateNumber(c_.lblXShift->text(), *c_.txtXShift)
-        || !numeric::ValidateNumber(c_.lblZShift->text(), *c_.txtZShift)
-        || !numeric::ValidateNumber(c_.lblYShift->text(), *c_.txtYShift)
-        || !numeric::ValidateNumber(Tr(QStringLiteral("Gear Ratio 1")), *c_.txtGear1)
-        || !numeric::ValidateNumber(Tr(QStringLiteral("Gear Ratio 2")), *c_.txtGear2))
+    if (!ValidateNumber(c_.lblXShift->text(), *c_.txtXShift)
+        || !ValidateNumber(c_.lblZShift->text(), *c_.txtZShift)
+        || !ValidateNumber(c_.lblYShift->text(), *c_.txtYShift)
+        || !ValidateNumber(Tr(QStringLiteral("Gear Ratio 1")), *c_.txtGear1)
+        || !ValidateNumber(Tr(QStringLiteral("Gear Ratio 2")), *c_.txtGear2))
         return std::nullopt;
     const QString description = c_.txtHolderDesc->text();
     if (description.contains(kDoubleQuote)) {

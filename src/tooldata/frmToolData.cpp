@@ -22,7 +22,7 @@
 #include "addin/ui/ModelessForm.h"
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
-#include "numeric/Validation.h"
+#include "addin/ui/Validation.h"
 #include "addin/ui/ControlHandler.h"
 #include "tooldata/frmEditHolder.h"
 #include "tooldata/frmNewHolder.h"
@@ -483,7 +483,8 @@ void frmToolData::GetToolShift()
 }
 
 // A field whose value the tool's geometry gives shows it; any other keeps its
-// text, and is marked as carried over when that text belongs to another tool.
+// text, and is marked as carried over when that text belongs to another tool
+// or to none (the value the dialog started with).
 void frmToolData::ShowToolShift(const ToolShiftFields& shift)
 {
     const std::pair<const std::optional<double>&, QLineEdit*> fields[] = {
@@ -495,7 +496,10 @@ void frmToolData::ShowToolShift(const ToolShiftFields& shift)
             continue;
         }
         const ToolPtr source = toolFieldSource_.value(field);
-        ShowCarriedOver(*field, source && source != currentTool_ ? toolName(*source) : QString());
+        if (!source)
+            ShowCarriedOver(*field, Tr(QStringLiteral("no tool (opening value)")));
+        else
+            ShowCarriedOver(*field, source != currentTool_ ? toolName(*source) : QString());
     }
 }
 
@@ -556,9 +560,9 @@ void frmToolData::cmdSetData_Click()
     host::Tool& tool = *currentTool_;
     auto document = application_->ActiveDocument();
     document->setUpdateState(false);
-    if (!numeric::ValidateNumber(Tr(QStringLiteral("Tool X Shift")), *ui_->txtToolXShift)
-        || !numeric::ValidateNumber(Tr(QStringLiteral("Tool Z Shift")), *ui_->txtToolZShift)
-        || !numeric::ValidateNumber(Tr(QStringLiteral("Tool Y Shift")), *ui_->txtToolYShift))
+    if (!ValidateNumber(Tr(QStringLiteral("Tool X Shift")), *ui_->txtToolXShift)
+        || !ValidateNumber(Tr(QStringLiteral("Tool Z Shift")), *ui_->txtToolZShift)
+        || !ValidateNumber(Tr(QStringLiteral("Tool Y Shift")), *ui_->txtToolYShift))
         return;
 
     using numeric::ToDouble;

@@ -20,7 +20,7 @@ void MarkCarriedOver(QLineEdit& field, const QString& source)
     QPalette amber;
     amber.setColor(QPalette::Base, QColor(0xFF, 0xD8, 0x8A));
     field.setPalette(amber);
-    field.setToolTip(Tr(QStringLiteral("Carried over from %1: confirm with Enter or edit")).arg(source));
+    field.setToolTip(Tr(QStringLiteral("Carried over from %1: press Enter in the field to keep it, or type another value")).arg(source));
 }
 
 } // namespace marelon
