@@ -80,6 +80,7 @@ private slots:
         QTest::newRow("M code") << true << 1 << 2 << QList{false, true, true};
         QTest::newRow("hydrostatic") << false << 0 << 0 << QList{false, false, false};
         QTest::newRow("hydrostatic, M code") << false << 1 << 0 << QList{false, false, false};
+        QTest::newRow("magazine, no program type") << true << -1 << 2 << QList{false, true, true};
     }
     void typeAndEnabling()
     {

@@ -423,6 +423,30 @@ private slots:
         QTest::newRow("parts per chuck 0") << 70 << "L5 16-20" << "txt819" << "0" << false;
         QTest::newRow("dwell negative") << 70 << "L5 16-20" << "txtDwell" << "-1" << false;
         QTest::newRow("disabled field passes") << 70 << "B12" << "txt821" << "-5" << true;
+        QTest::newRow("inch bar stock one step beyond") << 70 << "L5 16-20" << "txt814" << "1.2599" << false;
+        QTest::newRow("catching tool 20 on M2-3") << 70 << "M2-3 20-32" << "txt813" << "20" << true;
+        QTest::newRow("catching tool 29 on M2-3") << 70 << "M2-3 20-32" << "txt813" << "29" << true;
+        QTest::newRow("catching tool 30 on M2-3") << 70 << "M2-3 20-32" << "txt813" << "30" << false;
+        QTest::newRow("cut-off feed 0") << 70 << "L5 16-20" << "txt822" << "0" << false;
+        QTest::newRow("cut-off feed just above 0") << 70 << "L5 16-20" << "txt822" << "0.0001" << true;
+        QTest::newRow("parts per chuck 1") << 70 << "L5 16-20" << "txt819" << "1" << true;
+        QTest::newRow("parts per chuck 999") << 70 << "L5 16-20" << "txt819" << "999" << true;
+        QTest::newRow("parts per chuck 1000: the polar mode's digit") << 70 << "L5 16-20" << "txt819" << "1000" << false;
+        QTest::newRow("inch length at 10 m") << 70 << "L5 16-20" << "txt815" << "393.7" << true;
+        QTest::newRow("inch length beyond 10 m") << 70 << "L5 16-20" << "txt815" << "393.71" << false;
+        QTest::newRow("inch length beyond -10 m") << 70 << "L5 16-20" << "txt815" << "-393.71" << false;
+        QTest::newRow("mm length at 10 m") << 71 << "L5 16-20" << "txt818" << "10000" << true;
+        QTest::newRow("mm length beyond 10 m") << 71 << "L5 16-20" << "txt818" << "10000.001" << false;
+        QTest::newRow("a huge length") << 71 << "L5 16-20" << "txt815" << "1e308" << false;
+        QTest::newRow("speed 100000 rpm") << 70 << "L5 16-20" << "txt817" << "100000" << true;
+        QTest::newRow("speed beyond 100000 rpm") << 70 << "L5 16-20" << "txtStartupSpeed" << "100001" << false;
+        QTest::newRow("dwell an hour") << 70 << "L5 16-20" << "txtDwell" << "3600" << true;
+        QTest::newRow("dwell beyond an hour") << 70 << "L5 16-20" << "txtDwell" << "3601" << false;
+        QTest::newRow("an 8-digit holder code") << 70 << "K16" << "txt991" << "99999999" << true;
+        QTest::newRow("a 9-digit holder code") << 70 << "K16" << "txt991" << "100000000" << false;
+        QTest::newRow("part length not a number") << 70 << "L5 16-20" << "PartLength" << "abc" << false;
+        QTest::newRow("stock length beyond 10 m") << 71 << "L5 16-20" << "StockLength" << "10001" << false;
+        QTest::newRow("a hidden stock field is not checked") << 70 << "L5 16-20" << "CircleDiameter" << "abc" << true;
     }
 
     void checks()
@@ -445,7 +469,8 @@ private slots:
         QCOMPARE(f.form->isVisible(), !passes);
         QCOMPARE(marelon::Flags().dataPageAvailable, passes);
         if (!passes)
-            QVERIFY(f.messages->Last().prompt.contains(f.Control<QLabel>(field == "txtDwell" ? "lblDwell" : "lbl" + field.mid(3)).text()));
+            QVERIFY(f.messages->Last().prompt.contains(
+                f.Control<QLabel>(QLatin1String(marelon::DataPageFieldOf(field).label)).text()));
     }
 
     // What OK writes into the machine setup, the heads, the main spindle and the stock.

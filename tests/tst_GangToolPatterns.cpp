@@ -106,6 +106,21 @@ private slots:
             QVERIFY2(!QPixmap(QStringLiteral(":/datapage/") + bitmap).isNull(), bitmap);
     }
 
+    // The L7 codes in list order: a pattern picked by name writes its own code.
+    void l7CodesInOrder()
+    {
+        const QList<int> expected{
+            15,  17,  16,  18,  19,  20,  21,  22,  24,  23,  25,  26,  27,  28,  8,   74,  9,   75,  76,  77,
+            14,  37,  38,  39,  40,  41,  42,  43,  44,  86,  87,  90,  91,  92,  93,  96,  97,  10,  82,  11,
+            12,  13,  83,  84,  85,  98,  99,  102, 103, 104, 105, 108, 109, 1,   70,  2,   71,  72,  73,  7,
+            29,  30,  31,  32,  33,  34,  35,  36,  110, 110, 111, 114, 115, 116, 117, 120, 121, 3,   78,  4,
+            5,   6,   79,  80,  81,  122, 123, 126, 127, 128, 129, 132, 133, 48,  49,  47};
+        QList<int> codes;
+        for (const GangToolPattern& pattern : load("L7"))
+            codes << pattern.code;
+        QCOMPARE(codes, expected);
+    }
+
     // Only the "Free Tool" entries pass through the localiser, once each.
     void onlyFreeToolIsTranslated_data()
     {

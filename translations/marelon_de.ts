@@ -1156,5 +1156,17 @@
         <source>The machine setup folder "%1" cannot be read.</source>
         <translation>Der Ordner der Maschineneinrichtungen „%1“ kann nicht gelesen werden.</translation>
     </message>
+    <message>
+        <source>The machine setup file "%1" cannot be loaded; the part keeps its setup.</source>
+        <translation>Die Maschineneinrichtungsdatei „%1“ kann nicht geladen werden; das Teil behält seine Einrichtung.</translation>
+    </message>
+    <message>
+        <source>Please choose an entry of the list</source>
+        <translation>Bitte einen Eintrag der Liste wählen</translation>
+    </message>
+    <message>
+        <source>The part is written, but the settings file "%1" cannot be written: the next new part will not start from these values.</source>
+        <translation>Das Teil ist geschrieben, aber die Einstellungsdatei „%1“ kann nicht geschrieben werden: Das nächste neue Teil beginnt nicht mit diesen Werten.</translation>
+    </message>
 </context>
 </TS>

@@ -27,6 +27,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QStackedWidget>
 
 #include <cmath>
 #include <limits>
@@ -63,6 +64,16 @@ double LineNumber(frmMarelonDataPage& form, const char* name)
     return numeric::IsNumeric(text) ? numeric::ToDouble(text) : numeric::LeadingNumber(text);
 }
 
+// Whether a field is part of the page as it stands: not hidden by the stock
+// type or by a list shown in its place. The tabs not shown do not count.
+bool ShownOnItsTab(const QWidget& field)
+{
+    for (const QWidget* w = &field; w && !qobject_cast<const QStackedWidget*>(w->parentWidget()); w = w->parentWidget())
+        if (w->isHidden())
+            return false;
+    return true;
+}
+
 bool Checked(frmMarelonDataPage& form, const char* name)
 {
     return form.Control<QAbstractButton>(QLatin1String(name)).isChecked();
@@ -80,8 +91,8 @@ double BarStockDiameter(frmMarelonDataPage& form)
     return form.ActiveDocument()->MachineSetup()->StockDiameter();
 }
 
-// The check of one field; a field whose check depends on the model passes on other models.
-bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
+// The check of one field's own rule; a field whose check depends on the model passes on other models.
+bool CheckFieldRule(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
 {
     if (field.check == Check::NoCheck)
         return true;
@@ -104,6 +115,8 @@ bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchD
     }
     case Check::ProgramNumber:
         return ValidateNumber(caption, box, 0.0, double(std::numeric_limits<int32_t>::max()));
+    case Check::StockValue:
+        return !ShownOnItsTab(box) || ValidateNumber(caption, box);
     case Check::CatchingTool: {
         const QString model = form.MachineName();
         if (model == QLatin1String("M2-3 12-16") || model == QLatin1String("M2-3 20-32"))
@@ -114,6 +127,25 @@ bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchD
     }
     }
     return true;
+}
+
+// A checked number beyond what its quantity takes on the machine (10 m, an
+// 8-digit code) is refused with the field's own message, after its rule.
+bool CheckUpperBound(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
+{
+    const auto upper = UpperBound(field.quantity, inchDocument);
+    if (!upper || field.check == Check::NoCheck)
+        return true;
+    const QLineEdit& box = Edit(form, field.control);
+    if (!ShownOnItsTab(box))
+        return true;
+    const QString caption = form.Control<QLabel>(QLatin1String(field.label)).text();
+    return ValidateNumber(caption, box, -*upper, *upper);
+}
+
+bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
+{
+    return CheckFieldRule(form, field, inchDocument) && CheckUpperBound(form, field, inchDocument);
 }
 
 // One field into the machine setup, by its encoding.
@@ -192,6 +224,11 @@ void WriteStock(frmMarelonDataPage& form, host::Document& document, Remember&& r
 
 bool CheckDataPageFields(frmMarelonDataPage& form, bool inchDocument)
 {
+    for (const char* list : {"cmbMachineName", "StockTypeC"}) {
+        const DataPageField& field = DataPageFieldOf(QLatin1String(list));
+        if (!ValidateChoice(form.Control<QLabel>(QLatin1String(field.label)).text(), List(form, list)))
+            return false;
+    }
     for (const DataPageField& field : DataPageFields())
         if (!CheckField(form, field, inchDocument))
             return false;

@@ -21,6 +21,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <cmath>
+
 namespace marelon {
 namespace {
 
@@ -44,6 +46,20 @@ bool ToBoolean(const QString& text)
     return numeric::ToDouble(text) != 0;
 }
 
+// The Machine Name list's position of a machine code as the part or the
+// store keeps it. A code that does not convert ("abc", "1e10") is an unknown
+// code: the list's first model, so that a model and its layout are always there.
+int16_t MachineListPosition(const QString& code)
+{
+    const QString text = code.trimmed();
+    if (text.isEmpty() || !numeric::IsNumeric(text))
+        return 0;
+    const double value = numeric::ToDouble(text);
+    if (!(std::abs(value) < 32767.5))
+        return 0;
+    return MachineCodeToListIndex(Whole(value));
+}
+
 void SetMagazine(frmMarelonDataPage& form, bool magazine)
 {
     form.Control<QRadioButton>(magazine ? QStringLiteral("optMagazine") : QStringLiteral("optHydrostatic"))
@@ -56,9 +72,8 @@ void PutSetting(frmMarelonDataPage& form, const DataPageField& field, const QStr
     const QString control = QLatin1String(field.control);
     switch (field.type) {
     case FieldType::ListPosition: {
-        int16_t position = Whole(numeric::ToDouble(text));
-        if (field.encoding == Encoding::MachineCode)
-            position = MachineCodeToListIndex(position);
+        const int16_t position =
+            field.encoding == Encoding::MachineCode ? MachineListPosition(text) : Whole(numeric::ToDouble(text));
         form.SelectList(form.Control<QComboBox>(control), position);
         break;
     }
@@ -196,17 +211,16 @@ void LoadPartAndProgram(frmMarelonDataPage& form, host::MachineSetup& setup)
 }
 
 // The stock type and its fields from the document's stock code; the type's
-// own handler fills the diameters. A document without a stock code has a bar.
+// own handler fills the diameters. A document without a stock code, or with
+// one that cannot be read or names no stock type, has a bar.
 void LoadStock(frmMarelonDataPage& form, host::MachineSetup& setup)
 {
-    std::optional<StockChoice> choice;
+    StockChoice stock;
     ContinueOnError([&] {
-        const QString code = setup.StockCode();
-        choice = UnpackStockCode(code.trimmed().isEmpty() ? 0.0 : numeric::ToDouble(code));
+        const QString code = setup.StockCode().trimmed();
+        if (numeric::IsNumeric(code))
+            stock = UnpackStockCode(numeric::ToDouble(code));
     });
-    if (!choice)
-        return;
-    const StockChoice& stock = *choice;
     form.SelectList(form.Control<QComboBox>(QStringLiteral("StockTypeC")), stock.type);
     if (stock.type != kPolygon)
         return;
@@ -305,28 +319,28 @@ void GetDataForExistingFile(frmMarelonDataPage& form)
     ContinueOnError([&] { setup = form.ActiveDocument()->MachineSetup(); });
     if (!setup)
         return;
-    ContinueOnError([&] {
-        const QString code = setup->MachineCode();
-        const int16_t position = code.isEmpty() ? 0 : MachineCodeToListIndex(Whole(numeric::ToDouble(code)));
-        form.SelectList(form.Control<QComboBox>(QStringLiteral("cmbMachineName")), position);
-    });
+    QString code;
+    ContinueOnError([&] { code = setup->MachineCode(); });
+    form.SelectList(form.Control<QComboBox>(QStringLiteral("cmbMachineName")), MachineListPosition(code));
     bool barLoaderDone = false;
     for (const DataPageField& field : DataPageFields())
         ContinueOnError([&] { LoadField(form, *setup, field, barLoaderDone); });
     LoadPartAndProgram(form, *setup);
-    ContinueOnError([&] {
-        ApplyBarLoaderType(form, numeric::RoundToInt32(setup->BarLoaderType()));
-        form.ApplyBarLoaderEnabling();
-    });
+    ContinueOnError([&] { ApplyBarLoaderType(form, numeric::RoundToInt32(setup->BarLoaderType())); });
+    ContinueOnError([&] { form.ApplyBarLoaderEnabling(); });
     ContinueOnError([&] { LoadStock(form, *setup); });
 }
 
+// Each value on its own: one that cannot be read changes only its own field.
 void RestoreBarLoaderSettings(frmMarelonDataPage& form)
 {
     const auto setup = form.ActiveDocument()->MachineSetup();
-    ApplyBarLoaderType(form, numeric::RoundToInt32(setup->BarLoaderType()));
-    form.Control<QLineEdit>(QStringLiteral("txtBarLoaderSubNum")).setText(setup->BarLoaderSubProgram());
-    const QString command = setup->BarLoaderCommand();
+    ContinueOnError([&] { ApplyBarLoaderType(form, numeric::RoundToInt32(setup->BarLoaderType())); });
+    ContinueOnError([&] {
+        form.Control<QLineEdit>(QStringLiteral("txtBarLoaderSubNum")).setText(setup->BarLoaderSubProgram());
+    });
+    QString command;
+    ContinueOnError([&] { command = setup->BarLoaderCommand(); });
     if (command.isEmpty())
         return;
     const BarLoaderLine line = ReadBarLoaderCommand(command);
@@ -343,7 +357,11 @@ void SaveDataToRegistry(frmMarelonDataPage& form)
     for (const DataPageField& field : DataPageFields())
         if (field.settings != SettingsUse::NotStored)
             values.append({QLatin1String(field.settingsKey), SettingText(form, field)});
-    SaveSettings(kAppName, kDataPageSection, values);
+    if (!SaveSettings(kAppName, kDataPageSection, values))
+        MsgBox(Tr(QStringLiteral("The part is written, but the settings file \"%1\" cannot be written: the next new "
+                                 "part will not start from these values."))
+                   .arg(SettingsLocation(kAppName)),
+               host::MsgButtons::OK, host::MsgIcon::Exclamation);
 }
 
 } // namespace marelon

@@ -24,7 +24,8 @@ void GetDataForExistingFile(frmMarelonDataPage& form);
 // The bar loader fields from the document's bar loader type and command line.
 void RestoreBarLoaderSettings(frmMarelonDataPage& form);
 
-// The user's choices as the defaults of the next new document.
+// The user's choices as the defaults of the next new document; a store that
+// cannot be written is named in a message.
 void SaveDataToRegistry(frmMarelonDataPage& form);
 
 } // namespace marelon

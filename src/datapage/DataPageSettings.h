@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <span>
 
 namespace host {
@@ -63,6 +64,20 @@ enum class Check {
     CutOffEndPoint, // between -D and +D, D the document's stock diameter
     CatchingTool,   // between 20 and 29 on the M2-3 models, numeric on the E2 J models
     ProgramNumber,  // a whole 32-bit program number: between 0 and 2147483647
+    StockValue,     // a number while the chosen stock type shows the field
+};
+
+// What a number measures on the machine; it gives the number's unit and its
+// upper bound.
+enum class Quantity {
+    NoUnit,
+    Length, // mm in a millimetre part, inches in an inch part
+    Feed,   // per spindle revolution, in the part's length unit
+    Speed,  // spindle speed, rpm
+    Time,   // seconds
+    Count,  // parts
+    Code,   // a number that names a tool, holder, pattern or program
+    Angle,  // degrees
 };
 
 // A double property of the machine setup.
@@ -86,6 +101,7 @@ struct DataPageField {
     SetupNumber property;    // for the numeric encodings
     Check check;
     double bound;            // the lower bound of AtLeast and GreaterThan
+    Quantity quantity;
 };
 
 // Every Data Page field, in the order in which they are loaded, stored and checked.
@@ -93,6 +109,12 @@ std::span<const DataPageField> DataPageFields();
 
 // The field whose control has this name; throws std::out_of_range for any other name.
 const DataPageField& DataPageFieldOf(const QString& control);
+
+// The largest value a field of this quantity takes on a Swiss-type lathe
+// (10 m, 100,000 rpm, an hour, 999 parts per chuck, an 8-digit code, a full
+// turn), in the part's unit; none for a field without a unit. OK refuses a
+// number beyond it, and below its negative.
+std::optional<double> UpperBound(Quantity quantity, bool inchDocument);
 
 // A label caption: "814 - " and the translated text, or the translated text
 // alone without a parameter number. Numbers keep three digits ("016 - ").

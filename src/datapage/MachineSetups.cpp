@@ -1,6 +1,8 @@
 #include "datapage/MachineSetups.h"
 
 #include "addin/host/MachineSetup.h"
+#include "addin/ContinueOnError.h"
+#include "addin/host/HostError.h"
 #include "addin/host/SetupEntries.h"
 
 #include <QDir>
@@ -90,9 +92,18 @@ bool MachineSetupExists(const QString& addInFolder, const QString& modelName, co
 void LoadMachineSetup(host::MachineSetup& setup, const QString& path, const QString& name)
 {
     const auto entries = setup.SetupEntries();
-    for (int i = entries->Count(); i >= 1; --i)
-        entries->Remove(i);
-    setup.LoadSetupFile(path);
+    QList<std::shared_ptr<host::SetupEntry>> removed;
+    try {
+        for (int i = entries->Count(); i >= 1; --i) {
+            removed.prepend(entries->Item(i));
+            entries->Remove(i);
+        }
+        setup.LoadSetupFile(path);
+    } catch (const host::HostError&) {
+        for (const auto& entry : removed)
+            ContinueOnError([&] { entries->Add(entry); });
+        throw;
+    }
     setup.setMachineSetupName(name);
 }
 

@@ -50,7 +50,9 @@ QString MachineSetupPath(const QString& addInFolder, const QString& modelName, c
 bool MachineSetupExists(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem);
 
 // Empties the setup's entries (last to first), loads the file into the
-// setup and names the setup after it. Host errors propagate.
+// setup and names the setup after it. Host errors propagate; when the file
+// cannot be loaded the removed entries are put back as they were, so a
+// failed load leaves the setup unchanged.
 void LoadMachineSetup(host::MachineSetup& setup, const QString& path, const QString& name);
 
 } // namespace marelon

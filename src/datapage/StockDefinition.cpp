@@ -11,6 +11,7 @@
 #include "addin/host/Simulation.h"
 #include "addin/host/Spindles.h"
 #include "addin/host/Stock.h"
+#include "datapage/DataPageSettings.h"
 #include "numeric/NumberText.h"
 
 #include <algorithm>
@@ -24,7 +25,6 @@ const QString kTempLayer = QStringLiteral("Temp");
 constexpr int kSweptStock = 1;
 constexpr int kStockStyle = 2;
 constexpr int kMainSpindle = 1;
-constexpr int kPolygon = 2;
 constexpr double kLargestCode = 2147483647.0;
 
 // The layer of that name, added when the document does not have it.
@@ -57,8 +57,8 @@ QString PackStockCode(const StockChoice& choice)
 StockChoice UnpackStockCode(double code)
 {
     StockChoice choice;
-    if (!(code >= 0 && code <= kLargestCode))
-        return choice;
+    if (!(code >= 0 && code <= kLargestCode) || int(code / 10000) > kProfile)
+        return choice; // a code of no stock type: a bar
     const int whole = numeric::RoundToInt32(code);
     choice.type = int(code / 10000);
     choice.insideCircle = int(code / 1000) == 21;

@@ -30,8 +30,8 @@ QString PackStockCode(const StockChoice& choice);
 
 // The choices of a StockCode value: type = int(code / 10000), inside circle
 // when int(code / 1000) is 21, sides position = (code mod 1000) div 100,
-// base angle = code mod 100. A negative, non-finite or huge code gives the
-// default choice (a bar).
+// base angle = code mod 100. A negative, non-finite or huge code, or one whose
+// type is no stock type (99999), gives the default choice (a bar).
 StockChoice UnpackStockCode(double code);
 
 // The bar stock outside diameter of a polygon with n sides: the circle

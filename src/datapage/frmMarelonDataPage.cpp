@@ -522,7 +522,16 @@ void frmMarelonDataPage::LoadMachineSetup()
         Flags().dataPageAvailable = true;
         return;
     }
-    marelon::LoadMachineSetup(*document->MachineSetup(), MachineSetupPath(folder, MachineName(), name, unit), name);
+    const QString path = MachineSetupPath(folder, MachineName(), name, unit);
+    try {
+        marelon::LoadMachineSetup(*document->MachineSetup(), path, name);
+    } catch (const host::HostError& error) {
+        MsgBox(Tr(QStringLiteral("The machine setup file \"%1\" cannot be loaded; the part keeps its setup."))
+                       .arg(QDir::toNativeSeparators(path))
+                   + QLatin1Char('\n') + error.Description(),
+               host::MsgButtons::OK, host::MsgIcon::Exclamation);
+        throw;
+    }
 }
 
 void frmMarelonDataPage::cmbGangHolder_Click()
@@ -721,7 +730,10 @@ void frmMarelonDataPage::CheckNumericEntry(QLineEdit& box)
         box.setFocus();
         return;
     }
-    box.setText(numeric::Format(value, QStringLiteral("####0.0000")));
+    // Beyond 15 digits the mask would spell out hundreds of them: the value's
+    // own short text instead ("1E+308"), which OK then refuses by its bound.
+    const bool huge = !(std::abs(value) < 1e15);
+    box.setText(huge ? numeric::NumberToText(value) : numeric::Format(value, QStringLiteral("####0.0000")));
 }
 
 // A diameter is positive; the parameter it gives follows it.

@@ -181,6 +181,7 @@ public:
     {
     }
     QString Name() override { return get("SetupEntry.Name", data_->name); }
+    const std::shared_ptr<SetupEntryData>& Data() const { return data_; }
 
 private:
     std::shared_ptr<SetupEntryData> data_;
@@ -200,6 +201,11 @@ public:
         change("SetupEntries.Remove");
         at(entries(), i, "SetupEntries.Remove");
         entries().removeAt(i - 1);
+    }
+    void Add(std::shared_ptr<host::SetupEntry> entry) override
+    {
+        change("SetupEntries.Add");
+        entries().append(own<SetupEntryView>(entry, "SetupEntries.Add").Data());
     }
 
 private:

@@ -42,6 +42,11 @@ QString SettingsFolder()
         + QStringLiteral("/Marelon");
 }
 
+QString SettingsLocation(const QString& app)
+{
+    return QDir::toNativeSeparators(OpenStore(app)->fileName());
+}
+
 QString GetSetting(const QString& app, const QString& section, const QString& key,
                    const QString& defaultValue)
 {

@@ -19,6 +19,10 @@ inline const QString kAppName = QStringLiteral("Marelon Add-In");
 // $MARELON_SETTINGS_DIR when set, else "Marelon" in the user's configuration folder.
 QString SettingsFolder();
 
+// Where the application's settings live, as a user would look for them: the
+// INI file, or on Windows the registry key.
+QString SettingsLocation(const QString& app);
+
 // The stored text, or defaultValue when the key is missing or its value
 // cannot be read as text (an unreadable or damaged store included).
 QString GetSetting(const QString& app, const QString& section, const QString& key,

@@ -3,6 +3,7 @@
 #include "addin/ui/UiServices.h"
 #include "numeric/NumberText.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 
 namespace marelon {
@@ -58,6 +59,13 @@ bool ValidateNumber(const QString& caption, const QLineEdit& field, std::optiona
             return refuse(caption, requestWithBound("Please enter a numeric value less than", *upper));
     }
     return true;
+}
+
+bool ValidateChoice(const QString& caption, const QComboBox& list)
+{
+    if (!list.isEnabled() || list.currentIndex() >= 0)
+        return true;
+    return refuse(caption, Tr(QStringLiteral("Please choose an entry of the list")));
 }
 
 } // namespace marelon

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+class QComboBox;
 class QLineEdit;
 
 namespace marelon {
@@ -17,5 +18,9 @@ namespace marelon {
 bool ValidateNumber(const QString& caption, const QLineEdit& field,
                     std::optional<double> lower = std::nullopt,
                     std::optional<double> upper = std::nullopt, bool inclusive = false);
+
+// Checks that a list has an entry chosen; tells the user which list in the
+// same message as a number's check. A disabled list is always accepted.
+bool ValidateChoice(const QString& caption, const QComboBox& list);
 
 } // namespace marelon
