@@ -246,8 +246,8 @@ private slots:
     }
 
     // Each field's topic answers in order what the value is on the machine,
-    // its unit (a number in both unit systems, or no unit) and what OK allows,
-    // as the field table checks it.
+    // its unit (a number in both unit systems, or no unit), what OK allows (as
+    // the field table checks it), the models, and what Update works out.
     void everyFieldTopicSaysMeaningUnitAndRange_data() { AddLanguages(); }
     void everyFieldTopicSaysMeaningUnitAndRange()
     {
@@ -265,7 +265,10 @@ private slots:
             const qsizetype what = topic.indexOf(QLatin1String("class=\"what\""));
             const qsizetype unit = topic.indexOf(QLatin1String("class=\"unit\""));
             const qsizetype range = topic.indexOf(QLatin1String("class=\"range\""));
-            QVERIFY2(what >= 0 && what < unit && unit < range, qPrintable(control));
+            const qsizetype models = topic.indexOf(QLatin1String("class=\"models\""));
+            const qsizetype update = topic.indexOf(QLatin1String("class=\"update\""));
+            QVERIFY2(what >= 0 && what < unit && unit < range && range < models && (update < 0 || models < update),
+                     qPrintable(control));
 
             const QString unitText = Paragraph(topic, QStringLiteral("unit"));
             const bool bothSystems = german ? unitText.contains(QLatin1String("Zoll")) && unitText.contains(QLatin1String("Millimeter"))
