@@ -178,7 +178,6 @@ struct SlotView {
             parts << T("Update unavailable", "Aktualisieren nicht verfügbar");
         return parts.join(QStringLiteral(", "));
     }
-    bool operator==(const SlotView&) const = default;
 };
 
 struct ModelView {
