@@ -1,8 +1,9 @@
 // Photographs the add-in's dialogs for the help, from the product itself:
 //   feldra --macro help/screenshots.js examples/L5-part.fdoc
 // help/take-screenshots runs it once per language and files the pictures.
-// Every dialog is left by Cancel or No: the part and the holder library stay
-// as they were. The pictures go to out/help-screenshots/<form>.png; the Data
+// Every dialog is left by Cancel or No, and the part is not saved: the part
+// and the holder library stay as they were. Tool Data is also photographed
+// after Set Data (<form>-set.png). The pictures go to out/help-screenshots/<form>.png; the Data
 // Page's to <form>-<tab>.png, its Machine Data tab on two more models to
 // <form>-machine-<model>.png.
 const out = 'out/help-screenshots';
@@ -35,6 +36,10 @@ onDialog('frmToolData', d => {
             grid.clickCell(row, 1);
     d.control('cmbHolders').select('GDF5102');
     shot(d);
+    // The worked example of the help: Set Data with the drill's own Z share.
+    d.setText('txtToolZShift', '0');
+    d.click('cmdSetData');
+    d.screenshot(`${out}/${d.name}-set.png`);
     d.click('cmdNew');
     d.click('cmdEdit');
     d.click('cmdExit');

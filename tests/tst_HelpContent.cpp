@@ -1,14 +1,21 @@
 // What the compiled help of the build holds, in English and German: a topic
 // for every Data Page field, every control of Tool Data and its holder
-// dialogs and every command; every link and picture resolves; the gang tool
-// pattern pictures are the Data Page's own; both languages have the same
-// pages and places.
+// dialogs and every command; each Data Page field's topic says what the value
+// is, its unit and what OK allows; the models table and the field tables
+// match the catalogue; the NC listing excerpts are the example parts'; every
+// link and picture resolves; the gang tool pattern pictures are the Data
+// Page's own; both languages have the same pages and places.
+#include "TempStores.h"
+#include "addin/settings/MachineCodes.h"
 #include "datapage/DataPageSettings.h"
 #include "datapage/GangToolPatterns.h"
 #include "feldra/QtLocalizer.h"
 
+#include <QDir>
 #include <QFile>
 #include <QHelpEngineCore>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -126,6 +133,72 @@ void AddLanguages()
 QString Guide(int language) { return kHelp + QStringLiteral("%1/Marelon Help.chm").arg(language); }
 QString Reference(int language) { return kHelp + QStringLiteral("%1/G-Code Help.chm").arg(language); }
 
+QString WithoutTags(QString html)
+{
+    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+    return html.remove(tag).simplified();
+}
+
+// The topic of a Data Page field: the <div class="field"> whose data-control
+// names the control; empty when there is none.
+QString FieldTopic(const QString& pages, const QString& control)
+{
+    static const QRegularExpression topic(QStringLiteral("<div class=\"field\" data-control=\"([^\"]+)\">(.*?)</div>"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    for (const auto& match : topic.globalMatch(pages))
+        if (match.captured(1).split(QLatin1Char(' ')).contains(control))
+            return match.captured(2);
+    return {};
+}
+
+// The text of a paragraph of a topic by its class ("unit"); empty when there is none.
+QString Paragraph(const QString& topic, const QString& kind)
+{
+    const QRegularExpression paragraph(QStringLiteral("<p class=\"%1\">(.*?)</p>").arg(kind),
+                                       QRegularExpression::DotMatchesEverythingOption);
+    return WithoutTags(paragraph.match(topic).captured(1));
+}
+
+// The rows of a generated table (<table class="...">), each row its cells' texts.
+QList<QStringList> TableRows(const QString& page, const QString& kind)
+{
+    const QRegularExpression table(QStringLiteral("<table class=\"%1\"[^>]*>(.*?)</table>").arg(kind),
+                                   QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression row(QStringLiteral("<tr>(.*?)</tr>"), QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression cell(QStringLiteral("<td>(.*?)</td>"), QRegularExpression::DotMatchesEverythingOption);
+    QList<QStringList> rows;
+    for (const auto& t : table.globalMatch(page))
+        for (const auto& r : row.globalMatch(t.captured(1))) {
+            QStringList cells;
+            for (const auto& c : cell.globalMatch(r.captured(1)))
+                cells << WithoutTags(c.captured(1));
+            if (!cells.isEmpty())
+                rows << cells;
+        }
+    return rows;
+}
+
+// The Data Page fields that have a topic of their own on the Machine Data or
+// the Miscellaneous tab (the stock and program fields of the Part Data tab
+// and the lists beside 990, 991 and 992 are described with their tab or field).
+bool HasFieldTopic(const marelon::DataPageField& field)
+{
+    using enum marelon::Encoding;
+    switch (field.encoding) {
+    case Stock: case NCOutput: case MachineCode: case GangPattern: case FrontDrillHolder: case BackDrillHolder:
+        return false;
+    default:
+        return true;
+    }
+}
+
+QJsonObject ExampleSetup(const QString& part)
+{
+    QFile file(QStringLiteral(MARELON_SOURCE_DIR "/examples/%1.fdoc").arg(part));
+    file.open(QIODevice::ReadOnly);
+    return QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("machineSetup")).toObject();
+}
+
 } // namespace
 
 class tst_HelpContent : public QObject {
@@ -170,6 +243,171 @@ private slots:
         const QString commands = CompiledHelp(Guide(language)).Words(QStringLiteral("GettingStarted"));
         for (const QString& command : kCommands)
             QVERIFY2(commands.contains(Tr(language, command)), qPrintable(Tr(language, command)));
+    }
+
+    // Each field's topic answers in order what the value is on the machine,
+    // its unit (a number in both unit systems, or no unit), what OK allows (as
+    // the field table checks it), the models, and what Update works out.
+    void everyFieldTopicSaysMeaningUnitAndRange_data() { AddLanguages(); }
+    void everyFieldTopicSaysMeaningUnitAndRange()
+    {
+        QFETCH(int, language);
+        const CompiledHelp guide(Guide(language));
+        const QString pages = guide.Text(QStringLiteral("DataPageMachine.htm")) + guide.Text(QStringLiteral("DataPageMisc.htm"));
+        const bool german = language == 1031;
+        int topics = 0;
+        for (const marelon::DataPageField& field : marelon::DataPageFields()) {
+            if (!HasFieldTopic(field))
+                continue;
+            const QString control = QString::fromLatin1(field.control);
+            const QString topic = FieldTopic(pages, control);
+            QVERIFY2(!topic.isEmpty(), qPrintable(control));
+            const qsizetype what = topic.indexOf(QLatin1String("class=\"what\""));
+            const qsizetype unit = topic.indexOf(QLatin1String("class=\"unit\""));
+            const qsizetype range = topic.indexOf(QLatin1String("class=\"range\""));
+            const qsizetype models = topic.indexOf(QLatin1String("class=\"models\""));
+            const qsizetype update = topic.indexOf(QLatin1String("class=\"update\""));
+            QVERIFY2(what >= 0 && what < unit && unit < range && range < models && (update < 0 || models < update),
+                     qPrintable(control));
+
+            const QString unitText = Paragraph(topic, QStringLiteral("unit"));
+            const bool bothSystems = german ? unitText.contains(QLatin1String("Zoll")) && unitText.contains(QLatin1String("Millimeter"))
+                                            : unitText.contains(QLatin1String("inch")) && unitText.contains(QLatin1String("millimetre"));
+            const bool noUnit = german ? unitText.contains(QLatin1String("ohne Einheit")) || unitText.contains(QLatin1String("keine"))
+                                       : unitText.contains(QLatin1String("without unit")) || unitText.contains(QLatin1String("none"));
+            if (field.type == marelon::FieldType::Double)
+                QVERIFY2(bothSystems || unitText.contains(german ? QLatin1String("ohne Einheit") : QLatin1String("without unit")),
+                         qPrintable(control + QStringLiteral(": ") + unitText));
+            else
+                QVERIFY2(bothSystems || noUnit, qPrintable(control + QStringLiteral(": ") + unitText));
+
+            const QString rangeText = Paragraph(topic, QStringLiteral("range"));
+            using enum marelon::Check;
+            const QString bound = QString::number(field.bound);
+            switch (field.check) {
+            case AtLeast:
+                QVERIFY2(rangeText.contains(bound + (german ? QStringLiteral(" oder mehr") : QStringLiteral(" or more"))),
+                         qPrintable(control + QStringLiteral(": ") + rangeText));
+                break;
+            case GreaterThan:
+                QVERIFY2(rangeText.contains((german ? QStringLiteral("größer als ") : QStringLiteral("more than ")) + bound),
+                         qPrintable(control + QStringLiteral(": ") + rangeText));
+                break;
+            case BarStockOD:
+                QVERIFY2(rangeText.contains(german ? QLatin1String("1,2598") : QLatin1String("1.2598")) && rangeText.contains(QLatin1String("32")),
+                         qPrintable(rangeText));
+                break;
+            case NumericOnly:
+                QVERIFY2(rangeText.contains(german ? QLatin1String("jede Zahl") : QLatin1String("any number")), qPrintable(control));
+                break;
+            case NoCheck:
+                QVERIFY2(rangeText.contains(german ? QStringLiteral("nicht geprüft") : QLatin1String("not checked")), qPrintable(control));
+                break;
+            default:
+                QVERIFY2(!rangeText.isEmpty(), qPrintable(control));
+            }
+            ++topics;
+        }
+        QVERIFY(topics >= 25);
+    }
+
+    // The models table has a row per model of the catalogue, in its order, with
+    // its code, its gang tool pattern list and its machine setups.
+    void modelsTableMatchesTheCatalogue_data() { AddLanguages(); }
+    void modelsTableMatchesTheCatalogue()
+    {
+        QFETCH(int, language);
+        TempStores stores; // the full list: no TovricVersion
+        const QList<QStringList> rows = TableRows(CompiledHelp(Guide(language)).Text(QStringLiteral("Models.htm")),
+                                                  QStringLiteral("models"));
+        const QStringList models = marelon::MachineModelNames(false);
+        QCOMPARE(models.size(), 19);
+        QCOMPARE(rows.size(), models.size());
+        const QMap<QString, std::pair<QString, void (*)(marelon::GangToolPatternTable&)>> lists{
+            {QStringLiteral("L5 16-20"), {QStringLiteral("L5"), marelon::LoadL5Patterns}},
+            {QStringLiteral("L7 16-20"), {QStringLiteral("L7"), marelon::LoadL7Patterns}},
+            {QStringLiteral("M2-3 20-32"), {QStringLiteral("M2-3"), marelon::LoadM23Patterns}},
+            {QStringLiteral("C12-16"), {QStringLiteral("C"), marelon::LoadCPatterns}},
+            {QStringLiteral("C20-32"), {QStringLiteral("C"), marelon::LoadCPatterns}},
+        };
+        for (int i = 0; i < rows.size(); ++i) {
+            const QStringList& row = rows[i];
+            QCOMPARE(row.size(), 9);
+            QCOMPARE(row[0], models[i]);
+            QCOMPARE(row[1], QString::number(marelon::ListIndexToMachineCode(int16_t(i))));
+            if (lists.contains(models[i])) {
+                marelon::GangToolPatternTable table;
+                lists[models[i]].second(table);
+                // "L5 patterns (28)", "L5-Bestückungen (28)"
+                QVERIFY2(QRegularExpression(QStringLiteral("^%1[ -].*\\(%2\\)$").arg(QRegularExpression::escape(lists[models[i]].first)).arg(table.size()))
+                             .match(row[4]).hasMatch(),
+                         qPrintable(models[i] + QStringLiteral(": ") + row[4]));
+            } else {
+                QVERIFY2(row[4] == QLatin1String("&ndash;"), qPrintable(models[i] + QStringLiteral(": ") + row[4]));
+            }
+            const QDir setups(QStringLiteral(MARELON_SOURCE_DIR "/data/MachineSetups/") + models[i]);
+            for (const QString& file : setups.entryList({QStringLiteral("*.EMS")}))
+                QVERIFY2(row[8].contains(file.section(QLatin1Char('_'), 0, -2) + QStringLiteral(" (")),
+                         qPrintable(models[i] + QStringLiteral(": ") + file));
+        }
+    }
+
+    // Each Machine Data field's table of models names every model once.
+    void everyFieldTableNamesEveryModelOnce_data() { AddLanguages(); }
+    void everyFieldTableNamesEveryModelOnce()
+    {
+        QFETCH(int, language);
+        TempStores stores;
+        const QString page = CompiledHelp(Guide(language)).Text(QStringLiteral("DataPageMachine.htm"));
+        QStringList sorted = marelon::MachineModelNames(false);
+        sorted.sort();
+        int tables = 0;
+        for (const marelon::DataPageField& field : marelon::DataPageFields()) {
+            const QString control = QString::fromLatin1(field.control);
+            const QString topic = FieldTopic(page, control);
+            if (!HasFieldTopic(field) || topic.isEmpty())
+                continue;
+            QStringList named;
+            for (const QStringList& row : TableRows(topic, QStringLiteral("slot")))
+                named += row.value(0).split(QStringLiteral(", "));
+            named.sort();
+            QCOMPARE(named, sorted);
+            ++tables;
+        }
+        QCOMPARE(tables, 16);
+    }
+
+    // The reference quotes the NC listings of the example parts, as the product
+    // wrote them: every synchronisation code at its operations, and the bar
+    // loader lines with the part's own M155 line. No generated part is left unfilled.
+    void listingExcerptsAreTheExamplePartsOwn_data() { AddLanguages(); }
+    void listingExcerptsAreTheExamplePartsOwn()
+    {
+        QFETCH(int, language);
+        const CompiledHelp reference(Reference(language));
+        static const QRegularExpression listing(QStringLiteral("<pre class=\"listing\">(.*?)</pre>"),
+                                                QRegularExpression::DotMatchesEverythingOption);
+        QStringList excerpts;
+        for (const auto& match : listing.globalMatch(reference.Text(QStringLiteral("Sync.htm"))))
+            excerpts << match.captured(1);
+        QCOMPARE(excerpts.size(), 5);
+        const QStringList codes{"G821", "G820", "G811", "G810"};
+        for (int i = 0; i < codes.size(); ++i) {
+            QVERIFY2(excerpts[i].contains(QStringLiteral("    SYNC ") + codes[i] + QStringLiteral(" #")), qPrintable(codes[i]));
+            // Both programs carry it: head 1 at the main-spindle side, head 2 at the back spindle.
+            QVERIFY2(excerpts[i].contains(QLatin1String("HEAD 1 OF 2\n  OP ")) && excerpts[i].contains(QLatin1String("HEAD 2 OF 2\n  OP ")),
+                     qPrintable(excerpts[i]));
+            QVERIFY2(excerpts.last().contains(QStringLiteral("SYNC ") + codes[i]), qPrintable(codes[i]));
+        }
+        const QString barLoader = listing.match(reference.Text(QStringLiteral("BarLoader.htm"))).captured(1);
+        QVERIFY2(barLoader.contains(ExampleSetup(QStringLiteral("L4-part")).value(QStringLiteral("barLoaderCommand")).toString()),
+                 qPrintable(barLoader));
+        QVERIFY(barLoader.contains(QLatin1String("Bar Loader Type")));
+
+        const CompiledHelp guide(Guide(language));
+        for (const CompiledHelp* help : {&reference, &guide})
+            for (const QString& page : help->Pages())
+                QVERIFY2(!help->Text(page).contains(QLatin1String("<!--generated")), qPrintable(page));
     }
 
     // Every link, picture and style sheet of every page names a file of the

@@ -1,12 +1,14 @@
 // Every help the add-in opens, opened as a user does, in English and German,
 // on the compiled help of the build: the viewer shows the topic asked for, from
-// the help folder of the user's language.
+// the help folder of the user's language; and a machinist's question, looked
+// up in the index, leads to the place that answers it.
 #include "ConnectFixture.h"
 #include "addin/modGlobals.h"
 #include "datapage/frmMarelonDataPage.h"
 #include "feldra/app/HelpViewer.h"
 
 #include <QDir>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -130,6 +132,58 @@ private slots:
         QCOMPARE(shown.hasFragment() ? page + QLatin1Char('#') + shown.fragment() : page, topic);
         QVERIFY(h.host.Log().FailedCallbacks().isEmpty());
         h.host.Services().showHelpTopic = nullptr;
+    }
+
+    // What a value means, its unit, what a code in the NC program does: each
+    // index entry leads to the place that answers it, in both languages.
+    void theIndexAnswersAMachinistsQuestion_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("topic");
+        const QString guide = QStringLiteral("Help/%1/Marelon Help.chm");
+        const QString reference = QStringLiteral("Help/%1/G-Code Help.chm");
+        const struct {
+            const char* english;
+            const char* german;
+            bool inReference;
+            const char* topic;
+        } questions[] = {
+            {"units of the Data Page fields", "Einheiten der Datenblattfelder", false, "DataPageMachine.htm#Parameters"},
+            {"With Basket", "Mit Korb", false, "DataPageMachine.htm#p893"},
+            {"Free Tool", "Freies Werkzeug", false, "DataPageMachine.htm#p991"},
+            {"Pull Back Amount", "Rückzugsweg", false, "DataPageMisc.htm#PullBack"},
+            {"worked example (Tool Data)", "Beispiel Schritt für Schritt (Werkzeugdaten)", false, "TooData.htm#Example"},
+            {"worked example (Auto Sync)", "Beispiel Schritt für Schritt (Auto-Sync)", false, "AutoSync.htm#Example"},
+            {"M155 in the NC listing", "M155 im NC-Listing", true, "BarLoader.htm#Listing"},
+            {"synchronisation in the NC program", "Synchronisation im NC-Programm", true, "Sync.htm#Reading"},
+        };
+        for (const auto& q : questions)
+            for (int language : {1033, 1031}) {
+                const QString entry = QString::fromUtf8(language == 1033 ? q.english : q.german);
+                QTest::addRow("%s, %d", qPrintable(entry), language)
+                    << language << (q.inReference ? reference : guide).arg(language) << entry << QString::fromLatin1(q.topic);
+            }
+    }
+    void theIndexAnswersAMachinistsQuestion()
+    {
+        QFETCH(int, language);
+        QFETCH(QString, file);
+        QFETCH(QString, entry);
+        QFETCH(QString, topic);
+        feldra::QtLocalizer viewerTexts;
+        viewerTexts.setLanguageCode(language);
+        viewerTexts.Initialise();
+        feldra::HelpViewer viewer(viewerTexts);
+        viewer.ShowTopic(kInstallFolder + file, QString());
+
+        auto* filter = viewer.findChild<QLineEdit*>(QStringLiteral("txtIndex"));
+        QVERIFY(filter);
+        filter->setText(entry);
+        QTest::keyClick(filter, Qt::Key_Return);
+        const QUrl shown = viewer.CurrentUrl();
+        QCOMPARE(shown.path().section(QLatin1Char('/'), 2, -1) + QLatin1Char('#') + shown.fragment(), topic);
     }
 };
 
