@@ -2,6 +2,7 @@
 
 #include "addin/host/MachineSetup.h"
 #include "addin/host/SetupEntries.h"
+#include "addin/settings/UserDataLocation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -47,6 +48,11 @@ QString MachineSetupFolder(const QString& addInFolder, const QString& modelName)
     return QDir(addInFolder).filePath(QStringLiteral("MachineSetups/") + modelName);
 }
 
+QStringList MachineSetupFolders(const QString& addInFolder, const QString& modelName)
+{
+    return DataFolders(addInFolder, QStringLiteral("MachineSetups/") + modelName);
+}
+
 QStringList MachineSetupNames(const QString& folder, int unitSystem)
 {
     EnsureFolder(folder);
@@ -62,7 +68,8 @@ QStringList MachineSetupNames(const QString& folder, int unitSystem)
 
 QString MachineSetupPath(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)
 {
-    return QDir(MachineSetupFolder(addInFolder, modelName)).filePath(name + SuffixFor(unitSystem));
+    const QString relative = QStringLiteral("MachineSetups/%1/%2").arg(modelName, name + SuffixFor(unitSystem));
+    return UserDataFile(addInFolder, relative).ReadPath();
 }
 
 bool MachineSetupExists(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)
