@@ -1,6 +1,7 @@
 // The add-in's data files where the add-in's folder cannot be written: changes
 // go to the user's own copy, which is read first from then on; the shipped
 // file stays as it was.
+#include "DataPageFixture.h"
 #include "ToolDataFixture.h"
 
 #include "addin/settings/UserDataLocation.h"
@@ -9,6 +10,7 @@
 #include "tooldata/frmNewHolder.h"
 #include "tooldata/frmToolData.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -230,6 +232,37 @@ private slots:
         QVERIFY(MachineSetupExists(addIn.path(), model, QStringLiteral("Mine"), 71));
         QVERIFY(!MachineSetupExists(addIn.path(), model, QStringLiteral("Mine"), 70));
         QVERIFY(!MachineSetupExists(addIn.path(), model, QStringLiteral("../Mine"), 71));
+    }
+
+    // The Data Page lists the user's own setups first and a shipped name once;
+    // Load takes the user's file.
+    void dataPageListsTheUsersSetupsFirst()
+    {
+        DataPageFixture f; // inches
+        const QByteArray setup = readAll(QStringLiteral(MARELON_SOURCE_DIR "/data/MachineSetups/L5 16-20/Standard_Inch.EMS"));
+        f.AddSetupFile(QStringLiteral("L5 16-20"), QStringLiteral("Standard_Inch.EMS"));
+        f.AddSetupFile(QStringLiteral("L5 16-20"), QStringLiteral("Small_Inch.EMS"));
+        const QString own = f.stores.UserDataDir() + QStringLiteral("/MachineSetups/L5 16-20/");
+        write(own + QStringLiteral("Mine_Inch.EMS"), setup);
+        write(own + QStringLiteral("Standard_Inch.EMS"), setup);
+        f.Open();
+        f.SelectModel(QStringLiteral("L5 16-20"));
+        QComboBox& setups = f.List(QStringLiteral("cmbMachineSetup"));
+        QStringList entries;
+        for (int i = 0; i < setups.count(); ++i)
+            entries << setups.itemText(i);
+        QCOMPARE(entries.size(), 4);
+        QStringList ownNames = entries.mid(1, 2);
+        ownNames.sort();
+        QCOMPARE(ownNames, (QStringList{"Mine", "Standard"}));
+        QCOMPARE(entries.last(), QStringLiteral("Small"));
+
+        setups.setEditText(QStringLiteral("Standard")); // the shipped one is "{}": only the user's loads
+        f.Control<QAbstractButton>(QStringLiteral("cmdRefresh")).click();
+        QVERIFY(f.messages->Messages().isEmpty());
+        QVERIFY(f.host.Log().FailedCallbacks().isEmpty());
+        QCOMPARE(f.document->data.machineSetup.machineSetupName, QStringLiteral("Standard"));
+        QVERIFY(!f.document->data.machineSetup.turrets.isEmpty());
     }
 
     // Tool Data on an installed add-in: New, Edit and Del change the user's
