@@ -4,7 +4,7 @@ PRESET ?= $(if $(CI),ci,default)
 JOBS   ?= $(shell nproc)
 FUZZ_SECONDS ?= 600
 
-.PHONY: all deps configure build test run bench fuzz clean
+.PHONY: all deps configure build test run package bench fuzz clean
 
 all: build
 
@@ -31,6 +31,10 @@ run: build
 	else echo "No add-in module is built: Feldra starts without add-ins."; fi
 	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then $(FELDRA) $(EXAMPLE); \
 	else $(FELDRA) --macro examples/demo.js $(EXAMPLE); fi
+
+# The Debian package (CPack), build/$(PRESET)/marelon_<version>_<arch>.deb.
+package: build
+	@cmake --build --preset $(PRESET) --target package
 
 bench: deps
 	@cmake --preset bench > /dev/null

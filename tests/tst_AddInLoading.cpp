@@ -5,12 +5,14 @@
 #include "feldra/AddInLoader.h"
 #include "feldra/AddInRegistry.h"
 #include "feldra/Host.h"
+#include "feldra/InstallLayout.h"
 #include "feldra/MessageBoxRecorder.h"
 #include "registry/FileRegistryHive.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -170,6 +172,79 @@ private slots:
         QVERIFY(loader.LoadedProgIds().isEmpty());
         QVERIFY(host.Log().FailedCallbacks().isEmpty());
         QVERIFY(UnregisterAddIn(kProgId, hive_));
+    }
+
+    // The add-ins registered for every user of the machine come after the
+    // user's own; the user's registration of a ProgID wins; a relative module
+    // path is relative to the host's executable.
+    void machineWideRegistrations_data()
+    {
+        QTest::addColumn<QStringList>("user");    // "ProgID=path"
+        QTest::addColumn<QStringList>("machine");
+        QTest::addColumn<QStringList>("found");
+        QTest::newRow("the machine's only, relative") << QStringList{} << QStringList{"Marelon.Connect=../lib/marelon/Marelon.so"}
+                                                      << QStringList{"Marelon.Connect=/opt/feldra/lib/marelon/Marelon.so"};
+        QTest::newRow("absolute stays") << QStringList{} << QStringList{"Marelon.Connect=/usr/lib/marelon/Marelon.so"}
+                                        << QStringList{"Marelon.Connect=/usr/lib/marelon/Marelon.so"};
+        QTest::newRow("the user's wins, any case") << QStringList{"marelon.connect=/home/me/build/Marelon.so"}
+                                                   << QStringList{"Marelon.Connect=../lib/marelon/Marelon.so"}
+                                                   << QStringList{"marelon.connect=/home/me/build/Marelon.so"};
+        QTest::newRow("both, the user's first") << QStringList{"Probe.Connect=/home/me/Probe.so"}
+                                                << QStringList{"Marelon.Connect=../lib/marelon/Marelon.so"}
+                                                << QStringList{"Probe.Connect=/home/me/Probe.so",
+                                                               "Marelon.Connect=/opt/feldra/lib/marelon/Marelon.so"};
+    }
+    void machineWideRegistrations()
+    {
+        QFETCH(QStringList, user);
+        QFETCH(QStringList, machine);
+        QFETCH(QStringList, found);
+        QTemporaryDir folders;
+        registry::FileRegistryHive userHive(folders.path() + QStringLiteral("/user"));
+        registry::FileRegistryHive machineHive(folders.path() + QStringLiteral("/machine"));
+        const auto fill = [](registry::FileRegistryHive& hive, const QStringList& entries) {
+            for (const QString& entry : entries) {
+                const QString key = kAddInsKey + QLatin1Char('\\') + entry.section(QLatin1Char('='), 0, 0);
+                QVERIFY(hive.CreateKey(registry::kHKeyLocalMachine, key));
+                QVERIFY(hive.SetValue(registry::kHKeyLocalMachine, key, kModulePathValue,
+                                      {registry::kRegSz, registry::TextData(entry.section(QLatin1Char('='), 1))}));
+            }
+        };
+        fill(userHive, user);
+        fill(machineHive, machine);
+        QStringList result;
+        for (const RegisteredAddIn& addIn : RegisteredAddIns(userHive, machineHive, QStringLiteral("/opt/feldra/bin")))
+            result << addIn.progId + QLatin1Char('=') + addIn.modulePath;
+        QCOMPARE(result, found);
+    }
+
+    // The first start of an installed host: the add-in registered for every
+    // user connects without a registration of the user's own.
+    void machineWideAddInConnects()
+    {
+        QTemporaryDir folders;
+        registry::FileRegistryHive userHive(folders.path() + QStringLiteral("/user"));
+        registry::FileRegistryHive machineHive(folders.path() + QStringLiteral("/machine"));
+        const QString bin = folders.path() + QStringLiteral("/bin");
+        QVERIFY(QDir().mkpath(bin));
+        QVERIFY(RegisterAddIn(kProgId, QStringLiteral(MARELON_MODULE), machineHive));
+        Host host;
+        QCOMPARE(host.AddIns().LoadRegisteredAddIns(userHive, machineHive, bin), 1);
+        QVERIFY(host.AddIns().IsLoaded(kProgId));
+        host.AddIns().UnloadAll();
+    }
+
+    // Installed, the host's files lie in share/feldra beside bin/; in a build
+    // tree the executable's own folder holds them.
+    void installFolder()
+    {
+        QTemporaryDir prefix;
+        const QString bin = prefix.path() + QStringLiteral("/bin");
+        QVERIFY(QDir().mkpath(bin));
+        QCOMPARE(HostInstallFolder(bin), QDir::toNativeSeparators(bin + QLatin1Char('/')));
+        QVERIFY(QDir().mkpath(prefix.path() + QStringLiteral("/share/feldra")));
+        QCOMPARE(HostInstallFolder(bin), QDir::toNativeSeparators(prefix.path() + QStringLiteral("/share/feldra/")));
+        QCOMPARE(MachineRegistryFolder(bin), prefix.path() + QStringLiteral("/share/feldra/registry"));
     }
 };
 

@@ -289,6 +289,14 @@
         <translation> - ist nicht installiert! Sie wird zum Setzen der Versatzdaten der Werkzeughalter benötigt!</translation>
     </message>
     <message>
+        <source>%1 (shipped with the add-in)</source>
+        <translation>%1 (mit dem Add-In ausgeliefert)</translation>
+    </message>
+    <message>
+        <source>%1 (your own copy)</source>
+        <translation>%1 (Ihre eigene Kopie)</translation>
+    </message>
+    <message>
         <source>New Holder</source>
         <translation>Neuer Halter</translation>
     </message>

@@ -4,6 +4,7 @@
 #include "addin/ContinueOnError.h"
 #include "addin/host/HostError.h"
 #include "addin/host/SetupEntries.h"
+#include "addin/settings/UserDataLocation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -63,6 +64,11 @@ QString MachineSetupFolder(const QString& addInFolder, const QString& modelName)
     return QDir(addInFolder).filePath(QStringLiteral("MachineSetups/") + modelName);
 }
 
+QStringList MachineSetupFolders(const QString& addInFolder, const QString& modelName)
+{
+    return DataFolders(addInFolder, QStringLiteral("MachineSetups/") + modelName);
+}
+
 QStringList MachineSetupNames(const QString& folder, int unitSystem)
 {
     EnsureFolder(folder);
@@ -78,8 +84,14 @@ QStringList MachineSetupNames(const QString& folder, int unitSystem)
 
 QString MachineSetupPath(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)
 {
-    const QString folder = MachineSetupFolder(addInFolder, modelName);
-    return QDir(folder).filePath(FileInFolder(folder, name + SuffixFor(unitSystem)));
+    // The user's own folder first, then the add-in's; the suffix in any case.
+    const QString fileName = name + SuffixFor(unitSystem);
+    for (const QString& folder : MachineSetupFolders(addInFolder, modelName)) {
+        const QString path = QDir(folder).filePath(FileInFolder(folder, fileName));
+        if (QFileInfo(path).isFile())
+            return path;
+    }
+    return QDir(MachineSetupFolder(addInFolder, modelName)).filePath(fileName);
 }
 
 bool MachineSetupExists(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem)

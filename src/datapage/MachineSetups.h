@@ -32,6 +32,11 @@ private:
 // <addInFolder>/MachineSetups/<modelName>
 QString MachineSetupFolder(const QString& addInFolder, const QString& modelName);
 
+// The model's setup folders in the order they are read: the user's own
+// (MachineSetups/<modelName> in the user's data folder) when it exists, then
+// the add-in's; see DataFolders.
+QStringList MachineSetupFolders(const QString& addInFolder, const QString& modelName);
+
 // The setup names of the unit system (71 millimetres: files ending
 // "_Metric.EMS", any other code: "_Inch.EMS", either case-insensitive), the
 // suffix cut, in the order the file system lists them. A missing folder is
@@ -39,9 +44,10 @@ QString MachineSetupFolder(const QString& addInFolder, const QString& modelName)
 // MachineSetupFolderError when the folder cannot be created or read.
 QStringList MachineSetupNames(const QString& folder, int unitSystem);
 
-// <addInFolder>/MachineSetups/<modelName>/<name>_Metric.EMS for unit 71,
-// ..._Inch.EMS for any other unit; a file whose name differs only in case
-// ("<name>_INCH.EMS", as the list shows it too) is that file.
+// <folder>/MachineSetups/<modelName>/<name>_Metric.EMS for unit 71,
+// ..._Inch.EMS for any other unit; the folder is the user's data folder when
+// the user has a setup of that name, else the add-in's. A file whose name
+// differs only in case ("<name>_INCH.EMS", as the list shows it too) is that file.
 QString MachineSetupPath(const QString& addInFolder, const QString& modelName, const QString& name, int unitSystem);
 
 // True when the setup's file exists. An empty name, or one holding a path

@@ -501,8 +501,13 @@ void frmMarelonDataPage::AddMachineSetups()
     list.addItem(kNoMachineSetup);
     list.setCurrentIndex(-1);
     try {
-        list.addItems(MachineSetupNames(MachineSetupFolder(application_->AddInFolder(), MachineName()),
-                                        document->UnitSystem()));
+        // The user's own setups first; a name the user's folder has is listed once.
+        QStringList names;
+        for (const QString& folder : MachineSetupFolders(application_->AddInFolder(), MachineName()))
+            for (const QString& name : MachineSetupNames(folder, document->UnitSystem()))
+                if (!names.contains(name))
+                    names.append(name);
+        list.addItems(names);
     } catch (const MachineSetupFolderError& error) {
         MsgBox(Tr(QStringLiteral("The machine setups of this machine cannot be listed.")) + QLatin1Char('\n') +
                Tr(error.Reason()).arg(QDir::toNativeSeparators(error.Folder())));

@@ -2,6 +2,10 @@
 
 #include "addin/host/HostError.h"
 #include "feldra/Host.h"
+#include "feldra/InstallLayout.h"
+#include "registry/FileRegistryHive.h"
+
+#include <QCoreApplication>
 
 #include <QFileInfo>
 
@@ -105,9 +109,20 @@ int AddInLoader::LoadRegisteredAddIns(registry::RegistryBackend& registry)
     return connected;
 }
 
+int AddInLoader::LoadRegisteredAddIns(registry::RegistryBackend& user, registry::RegistryBackend& machine,
+                                      const QString& executableFolder)
+{
+    int connected = 0;
+    for (const RegisteredAddIn& addIn : RegisteredAddIns(user, machine, executableFolder))
+        connected += Load(addIn.progId, addIn.modulePath, host::ext_cm_Startup) ? 1 : 0;
+    return connected;
+}
+
 int AddInLoader::LoadRegisteredAddIns()
 {
-    return LoadRegisteredAddIns(*registry::DefaultRegistryBackend());
+    const QString executableFolder = QCoreApplication::applicationDirPath();
+    registry::FileRegistryHive machine(MachineRegistryFolder(executableFolder));
+    return LoadRegisteredAddIns(*registry::DefaultRegistryBackend(), machine, executableFolder);
 }
 
 void AddInLoader::StartupComplete()

@@ -30,6 +30,11 @@ public:
     bool Load(const QString& progId, const QString& modulePath, int connectMode = host::ext_cm_AfterStartup);
     // Loads every add-in of the registry (connect mode: start-up); returns how many connected.
     int LoadRegisteredAddIns(registry::RegistryBackend& registry);
+    // The same for the add-ins of the user's registry and those registered for
+    // every user of the machine (see RegisteredAddIns).
+    int LoadRegisteredAddIns(registry::RegistryBackend& user, registry::RegistryBackend& machine,
+                             const QString& executableFolder);
+    // The user's registry and the machine's, beside the running executable.
     int LoadRegisteredAddIns();
 
     // Tells every loaded add-in that the host has finished starting, or begins to shut down.

@@ -1,6 +1,9 @@
 #include "feldra/AddInRegistry.h"
 
+#include <QDir>
 #include <QFileInfo>
+
+#include <utility>
 
 namespace feldra {
 namespace {
@@ -52,6 +55,25 @@ QList<RegisteredAddIn> RegisteredAddIns(registry::RegistryBackend& registry)
         const auto path = registry.QueryValue(kRoot, AddInKey(progId), kModulePathValue);
         if (path && path->type == registry::kRegSz)
             addIns.append({progId, registry::DataText(path->data)});
+    }
+    return addIns;
+}
+
+QList<RegisteredAddIn> RegisteredAddIns(registry::RegistryBackend& user, registry::RegistryBackend& machine,
+                                        const QString& executableFolder)
+{
+    QList<RegisteredAddIn> addIns = RegisteredAddIns(user);
+    const auto named = [&addIns](const QString& progId) {
+        for (const RegisteredAddIn& addIn : std::as_const(addIns))
+            if (addIn.progId.compare(progId, Qt::CaseInsensitive) == 0)
+                return true;
+        return false;
+    };
+    for (RegisteredAddIn addIn : RegisteredAddIns(machine)) {
+        if (named(addIn.progId))
+            continue;
+        addIn.modulePath = QDir::cleanPath(QDir(executableFolder).absoluteFilePath(addIn.modulePath));
+        addIns.append(addIn);
     }
     return addIns;
 }

@@ -31,4 +31,13 @@ bool UnregisterAddIn(const QString& progId);
 // Every add-in with a module path, in the registry's order.
 QList<RegisteredAddIn> RegisteredAddIns(registry::RegistryBackend& registry);
 
+// The add-ins of the user's registry, then those registered for every user of
+// the machine (a registry the host only reads, see MachineRegistryFolder)
+// that the user's does not name (ProgIDs compared regardless of case). A
+// relative module path in the machine's registry is relative to
+// executableFolder, the folder of the host's executable, so that an installed
+// tree can be moved.
+QList<RegisteredAddIn> RegisteredAddIns(registry::RegistryBackend& user, registry::RegistryBackend& machine,
+                                        const QString& executableFolder);
+
 } // namespace feldra

@@ -1,9 +1,13 @@
 #include "feldra/QtLocalizer.h"
 
 #include "addin/host/HostError.h"
+#include "feldra/InstallLayout.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -19,10 +23,16 @@ namespace {
 // by its English form.
 constexpr const char* kContext = "Marelon";
 
-// The compiled catalogue of a language, embedded in the host; none for English.
+// The compiled catalogue of a language: the installed one (translations/ in
+// the host's install folder), else the one embedded in the host; none for English.
 QString CatalogueFor(int languageCode)
 {
-    return languageCode == QtLocalizer::kGerman ? QStringLiteral(":/i18n/marelon_de.qm") : QString();
+    if (languageCode != QtLocalizer::kGerman)
+        return {};
+    const QString name = QStringLiteral("marelon_de.qm");
+    const QString installed = QDir::fromNativeSeparators(HostInstallFolder(QCoreApplication::applicationDirPath()))
+                              + QStringLiteral("translations/") + name;
+    return QFileInfo(installed).isFile() ? installed : QStringLiteral(":/i18n/") + name;
 }
 
 // "814 - Bar Stock O.D.": the form builds such captions from a fixed number and

@@ -38,7 +38,7 @@ bool refuse(const QString& message)
 
 } // namespace
 
-HolderDialog::HolderDialog(std::shared_ptr<host::Application> application, QString holderFile,
+HolderDialog::HolderDialog(std::shared_ptr<host::Application> application, UserDataFile holderFile,
                            QWidget* parent)
     : QDialog(parent), application_(std::move(application)), holderFile_(std::move(holderFile))
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "addin/settings/UserDataLocation.h"
 #include "tooldata/HolderLibrary.h"
 
 #include <QDialog>
@@ -62,7 +63,8 @@ class HolderDialog : public QDialog {
 public:
     ~HolderDialog() override;
 
-    const QString& HolderFile() const { return holderFile_; }
+    // The holder file the dialog reads (the user's copy when there is one).
+    QString HolderFile() const { return holderFile_.ReadPath(); }
 
     void cmdCancel_Click();
     void cmdHelp_Click();
@@ -71,7 +73,10 @@ public:
     void txtZShift_LostFocus();
 
 protected:
-    HolderDialog(std::shared_ptr<host::Application> application, QString holderFile, QWidget* parent);
+    HolderDialog(std::shared_ptr<host::Application> application, UserDataFile holderFile, QWidget* parent);
+
+    // The holder file a change is written to (see UserDataFile::PathForChange).
+    QString HolderFileForChange() const { return holderFile_.PathForChange(); }
 
     // Connects the buttons and the fields; called once the form is set up.
     void Attach(const HolderControls& controls);
@@ -98,7 +103,7 @@ private:
     bool FitsTheFile(const QString& text, const QString& invalid);
 
     std::shared_ptr<host::Application> application_;
-    QString holderFile_;
+    UserDataFile holderFile_;
     HolderControls c_{};
     QHash<const QLineEdit*, QString> shownShifts_; // the text the dialog put into each shift field
 };

@@ -42,6 +42,9 @@ QString SpindleRotationText(int rotation);
 // or an empty text for a name that is not a Marelon model.
 QString HolderFileName(const QString& machineName);
 
+// The folder of the library files below the add-in's folder, with its separator.
+inline const QString kHolderFolder = QStringLiteral("ToolHolders/");
+
 // The library file of a model in the "ToolHolders" folder beside the add-in
 // module (addInFolder ends with a separator); empty for an unknown model.
 QString HolderFilePath(const QString& addInFolder, const QString& machineName);

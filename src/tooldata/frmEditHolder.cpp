@@ -8,7 +8,7 @@
 
 namespace marelon {
 
-frmEditHolder::frmEditHolder(std::shared_ptr<host::Application> application, const QString& holderFile,
+frmEditHolder::frmEditHolder(std::shared_ptr<host::Application> application, const UserDataFile& holderFile,
                              const QString& holderName, QWidget* parent)
     : HolderDialog(std::move(application), holderFile, parent), ui_(std::make_unique<Ui::frmEditHolder>())
 {
@@ -53,7 +53,7 @@ void frmEditHolder::cmdOK_Click()
     if (!holder)
         return;
     holders_[edited_] = *holder;
-    WriteHolderFile(HolderFile(), holders_);
+    WriteHolderFile(HolderFileForChange(), holders_);
     accept();
 }
 

@@ -16,7 +16,7 @@ namespace marelon {
 // nothing is written.
 class frmEditHolder : public HolderDialog {
 public:
-    frmEditHolder(std::shared_ptr<host::Application> application, const QString& holderFile,
+    frmEditHolder(std::shared_ptr<host::Application> application, const UserDataFile& holderFile,
                   const QString& holderName, QWidget* parent = nullptr);
     ~frmEditHolder() override;
 

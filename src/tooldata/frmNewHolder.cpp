@@ -5,7 +5,7 @@
 
 namespace marelon {
 
-frmNewHolder::frmNewHolder(std::shared_ptr<host::Application> application, const QString& holderFile,
+frmNewHolder::frmNewHolder(std::shared_ptr<host::Application> application, const UserDataFile& holderFile,
                            QWidget* parent)
     : HolderDialog(std::move(application), holderFile, parent), ui_(std::make_unique<Ui::frmNewHolder>())
 {
@@ -34,7 +34,7 @@ void frmNewHolder::cmdOK_Click()
     const auto holder = CheckedHolder();
     if (!holder)
         return;
-    AppendHolder(HolderFile(), *holder);
+    AppendHolder(HolderFileForChange(), *holder);
     accept();
 }
 

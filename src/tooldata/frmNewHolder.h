@@ -13,7 +13,7 @@ namespace marelon {
 // and Edit Holder then changes the first of them.
 class frmNewHolder : public HolderDialog {
 public:
-    frmNewHolder(std::shared_ptr<host::Application> application, const QString& holderFile,
+    frmNewHolder(std::shared_ptr<host::Application> application, const UserDataFile& holderFile,
                  QWidget* parent = nullptr);
     ~frmNewHolder() override;
 

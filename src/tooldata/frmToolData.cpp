@@ -30,6 +30,7 @@
 
 #include <QCursor>
 #include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -356,15 +357,18 @@ int frmToolData::DocumentUnits()
 
 void frmToolData::cmbMachineName_Click()
 {
-    const QString path = HolderFilePath(application_->AddInFolder(), MachineName());
-    if (!path.isEmpty())
-        sToolDataFile_ = path;
+    const QString file = HolderFileName(MachineName());
+    if (!file.isEmpty())
+        holderFile_ = UserDataFile(application_->AddInFolder(), kHolderFolder + file);
+    sToolDataFile_ = holderFile_.ReadPath();
     LoadHolderFile();
+    ShowLibraryInTitle();
 }
 
 void frmToolData::ReadHolders()
 {
     ui_->cmbHolders->clear();
+    sToolDataFile_ = holderFile_.ReadPath();
     holders_ = ReadHolderFile(sToolDataFile_);
     for (const auto& holder : holders_)
         ui_->cmbHolders->addItem(holder.name);
@@ -414,10 +418,11 @@ void frmToolData::cmdNew_Click()
     const int selected = ui_->cmbHolders->currentIndex();
     const int countBefore = ui_->cmbHolders->count();
     {
-        frmNewHolder dialog(application_, sToolDataFile_, this);
+        frmNewHolder dialog(application_, holderFile_, this);
         ShowForm(&dialog, true);
     }
     ReadHolders();
+    ShowLibraryInTitle();
     SelectHolder(ui_->cmbHolders->count() > countBefore ? ui_->cmbHolders->count() - 1 : selected);
 }
 
@@ -425,10 +430,11 @@ void frmToolData::cmdEdit_Click()
 {
     const int selected = ui_->cmbHolders->currentIndex();
     {
-        frmEditHolder dialog(application_, sToolDataFile_, ui_->cmbHolders->currentText(), this);
+        frmEditHolder dialog(application_, holderFile_, ui_->cmbHolders->currentText(), this);
         ShowForm(&dialog, true);
     }
     ReadHolders();
+    ShowLibraryInTitle();
     SelectHolder(selected);
 }
 
@@ -437,12 +443,28 @@ void frmToolData::cmdDelete_Click()
     if (ui_->cmbHolders->count() < 1)
         return;
     const int selected = ui_->cmbHolders->currentIndex();
-    if (DeleteHolder(sToolDataFile_, selected) > 1) {
+    const QString file = holderFile_.PathForChange();
+    if (file.isEmpty())
+        return; // neither the library nor a copy of it can be written: nothing changes
+    if (DeleteHolder(file, selected) > 1) {
         ReadHolders();
         SelectHolder(ui_->cmbHolders->count() > selected ? selected : 0);
     } else {
+        sToolDataFile_ = holderFile_.ReadPath();
         EmptyHolderList();
     }
+    ShowLibraryInTitle();
+}
+
+void frmToolData::ShowLibraryInTitle()
+{
+    QString title = Tr(QStringLiteral("Tool Data"));
+    if (HolderFileExists(sToolDataFile_)) {
+        const QString kind = holderFile_.HasUserCopy() ? QStringLiteral("%1 (your own copy)")
+                                                       : QStringLiteral("%1 (shipped with the add-in)");
+        title += QStringLiteral(" - ") + Tr(kind).arg(QFileInfo(sToolDataFile_).fileName());
+    }
+    setWindowTitle(title);
 }
 
 // ---- the selected tool ------------------------------------------------------

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "addin/settings/UserDataLocation.h"
 #include "tooldata/HolderLibrary.h"
 #include "tooldata/modToolData.h"
 
@@ -63,8 +64,10 @@ public:
     void ToolListUpdate();
     void FillGrid(const QList<ToolPtr>& tools);
 
-    // The holder library file of the chosen machine and the holders read from it.
+    // The holder library file of the chosen machine (the user's own copy when
+    // there is one, else the one shipped with the add-in) and the holders read from it.
     const QString& ToolDataFile() const { return sToolDataFile_; }
+    const UserDataFile& HolderLibraryFile() const { return holderFile_; }
     const QList<HolderRecord>& HolderTable() const { return holders_; }
     const QList<ToolPtr>& SortedTools() const { return sortedTools_; }
     const ToolPtr& CurrentTool() const { return currentTool_; }
@@ -87,6 +90,9 @@ private:
     void SelectHolder(int position);
     // Reads the holder file into the table and the list; selects nothing.
     void ReadHolders();
+    // The title names the library file shown and whether it is the shipped
+    // one or the user's own copy.
+    void ShowLibraryInTitle();
     // The holder file of the chosen machine: the missing-file message, or the
     // holders with the first one selected.
     void LoadHolderFile();
@@ -115,7 +121,8 @@ private:
     int clickedRow_ = 0;
     int clickedColumn_ = 0;
     QList<HolderRecord> holders_;
-    QString sToolDataFile_;
+    UserDataFile holderFile_;
+    QString sToolDataFile_; // holderFile_'s file as last read
     bool backSpindleChoice_ = false;
     QHash<const QLineEdit*, ToolPtr> toolFieldSource_; // the tool each Tool field's value belongs to
     QHash<const QLineEdit*, QString> carriedFrom_;

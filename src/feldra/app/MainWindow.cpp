@@ -12,6 +12,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLibraryInfo>
@@ -216,9 +217,12 @@ void MainWindow::addFileActions(QMenu* menu)
 {
     const auto t = [this](const char* english) { return localizer_.Translate(QString::fromLatin1(english)); };
     // An action that asks for a file first, and does nothing when none is chosen.
+    // Templates are offered from the host's template folder, when it has one.
     const auto withFile = [this](QString filter, bool (MainWindow::*action)(const QString&)) {
         return [this, filter, action] {
-            const QString path = QFileDialog::getOpenFileName(this, QString(), QString(), filter);
+            const QString templates = QDir(host_.App().installFolder).filePath(QStringLiteral("templates"));
+            const QString start = filter == TemplateFilter() && QFileInfo(templates).isDir() ? templates : QString();
+            const QString path = QFileDialog::getOpenFileName(this, QString(), start, filter);
             if (!path.isEmpty())
                 (this->*action)(path);
         };

@@ -1,6 +1,7 @@
 #include "feldra/AddInLoader.h"
 #include "feldra/AddInRegistry.h"
 #include "feldra/Host.h"
+#include "feldra/InstallLayout.h"
 #include "feldra/app/MainWindow.h"
 #include "feldra/macro/MacroRunner.h"
 
@@ -55,7 +56,7 @@ int main(int argc, char* argv[])
     const QString document = parser.positionalArguments().value(0);
 
     feldra::Host host;
-    host.App().installFolder = QDir::toNativeSeparators(QApplication::applicationDirPath() + '/');
+    host.App().installFolder = feldra::HostInstallFolder(QApplication::applicationDirPath());
     feldra::MainWindow window(host);
     window.SetLanguage(feldra::MainWindow::StoredLanguage());
     std::unique_ptr<feldra::MacroRunner> runner;
