@@ -31,6 +31,8 @@
 #include "feldra/QtLocalizer.h"
 #include "feldra/SetupFile.h"
 
+#include <cmath>
+
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -74,6 +76,22 @@ struct Failure : std::runtime_error {
 
 // ---- what OK allows ------------------------------------------------------------
 
+// The bound every checked number of a quantity keeps, as the help states it.
+QString UpperBoundText(marelon::Quantity quantity)
+{
+    const auto metric = marelon::UpperBound(quantity, false);
+    const auto inch = marelon::UpperBound(quantity, true);
+    if (!metric)
+        return {};
+    if (*metric != *inch)
+        return T("; within ±%1 mm in a millimetre part, ±%2 in in an inch part",
+                 "; innerhalb ±%1 mm in einem Teil in Millimeter, ±%2 Zoll in einem Teil in Zoll")
+            .arg(Number(*metric), Number(std::round(*inch * 10) / 10));
+    return T("; within ±%1", "; innerhalb ±%1").arg(Number(*metric));
+}
+
+QString RuleText(const marelon::DataPageField* field);
+
 QString Range(const QString& control)
 {
     const marelon::DataPageField* field = nullptr;
@@ -82,6 +100,14 @@ QString Range(const QString& control)
     } catch (const std::out_of_range&) {
         Fail(QStringLiteral("no Data Page field %1").arg(control));
     }
+    const QString rule = RuleText(field);
+    if (field->check == marelon::Check::NoCheck)
+        return rule;
+    return rule + UpperBoundText(field->quantity);
+}
+
+QString RuleText(const marelon::DataPageField* field)
+{
     using marelon::Check;
     switch (field->check) {
     case Check::NoCheck:
@@ -104,6 +130,11 @@ QString Range(const QString& control)
                  "not checked on the other models",
                  "20 bis 29 bei M2-3 12-16 und M2-3 20-32; jede Zahl bei E2 16J und E2 25J-32; "
                  "bei den anderen Modellen nicht geprüft");
+    case Check::ProgramNumber:
+        return T("a whole number from 0 to 2147483647", "eine ganze Zahl von 0 bis 2147483647");
+    case Check::StockValue:
+        return T("any number, while the stock type shows the field",
+                 "jede Zahl, solange die Rohteilart das Feld zeigt");
     }
     return {};
 }
