@@ -239,6 +239,20 @@ private slots:
         QVERIFY(f.form->isVisible());
     }
 
+    // Leaving the field with a text that is no number: told, then 0 as the rule says.
+    void programNumberLeftAsText()
+    {
+        DataPageFixture f;
+        f.Open();
+        f.Type("ProgramNumber", "O1200");
+        QCOMPARE(f.Text("ProgramNumber"), QString("0"));
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QVERIFY(f.messages->Last().prompt.startsWith("Bad data entered for - Program Number\r\n\r\n"));
+        f.Type("ProgramNumber", "");
+        QCOMPARE(f.Text("ProgramNumber"), QString("0"));
+        QCOMPARE(f.messages->Messages().size(), 1);
+    }
+
     void programNameBeforeTheNumber()
     {
         DataPageFixture f;

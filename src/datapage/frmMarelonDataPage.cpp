@@ -784,11 +784,24 @@ void frmMarelonDataPage::BaseAngle_LostFocus()
         ui_->BaseAngle->setText(NumberText(NormaliseBaseAngle(numeric::ToDouble(angle), int(numeric::ToDouble(sides)))));
 }
 
+// A program number that is no number becomes 0; the user is told first
+// ("O1200" would otherwise turn into program 0 unseen) and finds the 0 selected.
 void frmMarelonDataPage::ProgramNumber_LostFocus()
 {
-    const QString number = ui_->ProgramNumber->text();
-    ui_->ProgramNumber->setText(numeric::IsNumeric(number) ? NumberText(std::abs(numeric::ToDouble(number)))
-                                                            : QStringLiteral("0"));
+    QLineEdit& box = *ui_->ProgramNumber;
+    const QString number = box.text();
+    if (numeric::IsNumeric(number)) {
+        box.setText(NumberText(std::abs(numeric::ToDouble(number))));
+        return;
+    }
+    const bool typed = !number.trimmed().isEmpty();
+    if (typed)
+        ValidateNumber(ui_->lblProgramNumber->text(), box);
+    box.setText(QStringLiteral("0"));
+    if (typed) {
+        box.setFocus();
+        box.selectAll();
+    }
 }
 
 // The collet extension goes into every pick-up operation of the document at
