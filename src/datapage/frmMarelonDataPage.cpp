@@ -123,6 +123,14 @@ QString WithoutGrouping(const QString& text)
     return QString(text).remove(QLocale().groupSeparator());
 }
 
+bool IsEnter(const QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 // A number written back into a field by a handler: its shortest text.
 QString NumberText(double value)
 {
@@ -180,14 +188,6 @@ void frmMarelonDataPage::ConnectHandlers()
         button->setDefault(false);
     }
     ui_->Sides->installEventFilter(this);
-}
-
-static bool IsEnter(const QEvent* event)
-{
-    if (event->type() != QEvent::KeyPress)
-        return false;
-    const int key = static_cast<const QKeyEvent*>(event)->key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 // An option's handler runs when the option becomes the chosen one, by a
