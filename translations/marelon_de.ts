@@ -1190,7 +1190,7 @@
     </message>
     <message>
         <source>in</source>
-        <translation>Zoll</translation>
+        <translation>in</translation>
     </message>
     <message>
         <source>mm</source>
