@@ -372,7 +372,7 @@ private slots:
     // (The first reopening shows 814 and 820 from the bar stock, as loading does.)
     void okWithoutEditsChangesNothing()
     {
-        DataPageFixture f;
+        DataPageFixture f(71); // a 12 mm bar: within the machine's bar capacity
         f.Open();
         f.SelectModel("L5 16-20");
         f.FillValid();
@@ -385,6 +385,147 @@ private slots:
         Click(f, "cmdOK");
         QVERIFY(f.messages->Messages().isEmpty());
         QVERIFY(!f.document->modified);
+    }
+
+    // Every value with a unit says it beside its field, in the part's unit;
+    // beside the unit for NC code a note says what the choice changes.
+    void unitsBesideTheValues_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<QStringList>("shown"); // 815, 822, startup speed, dwell, base angle, note Inch, note Metric
+        QTest::newRow("millimetre part")
+            << 71 << QStringList{"mm", "mm/rev", "rpm", "s", "°", "written in in;", "the part's unit, mm."};
+        QTest::newRow("inch part")
+            << 70 << QStringList{"in", "in/rev", "rpm", "s", "°", "the part's unit, in.", "written in mm;"};
+    }
+
+    void unitsBesideTheValues()
+    {
+        QFETCH(int, unit);
+        QFETCH(QStringList, shown);
+        DataPageFixture f(unit);
+        f.Open();
+        f.SelectModel("L5 16-20");
+        auto unitOf = [&](const char* field) { return f.Text(QStringLiteral("unit") + field); };
+        QCOMPARE((QStringList{unitOf("txt815"), unitOf("txt822"), unitOf("txtStartupSpeed"), unitOf("txtDwell"),
+                              unitOf("BaseAngle")}),
+                 shown.mid(0, 5));
+        for (const char* without : {"unittxt819", "unittxt816", "unittxt990"})
+            QVERIFY2(!f.form->findChild<QLabel*>(without), without);
+
+        auto& note = f.Control<QLabel>("lblNCCodeUnitNote");
+        f.List("NCCodeUnit").setCurrentIndex(0);
+        QVERIFY2(note.text().contains(shown[5]), qPrintable(note.text()));
+        f.List("NCCodeUnit").setCurrentIndex(1);
+        QVERIFY2(note.text().contains(shown[6]), qPrintable(note.text()));
+
+        // A unit goes and comes with its field.
+        Pick(f, "StockTypeC", marelon::kBar);
+        QVERIFY(f.Control("unitInsideDiameter").isHidden());
+        Pick(f, "StockTypeC", marelon::kTube);
+        QVERIFY(!f.Control("unitInsideDiameter").isHidden());
+        QVERIFY(!f.Control("unittxt814").isEnabled());
+    }
+
+    // A value OK refuses is said over the page, which stays open where it
+    // was; then the page shows the field: its tab, the focus in it, its text
+    // selected. Nothing is written.
+    void okShowsTheRefusedField_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("tab");
+        QTest::newRow("part data") << "PartLength" << "abc" << 0;
+        QTest::newRow("machine data") << "txt815" << "1e9" << 1;
+        QTest::newRow("miscellaneous") << "txtDwell" << "-1" << 2;
+    }
+
+    void okShowsTheRefusedField()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        QFETCH(int, tab);
+        DataPageFixture f(71);
+        f.Open();
+        f.SelectModel("L5 16-20");
+        f.FillValid();
+        auto& tabs = f.Control<QTabWidget>("MyTabs");
+        tabs.setCurrentIndex((tab + 1) % 3);
+        f.Edit(field).setText(value);
+        const QPoint where = f.form->pos();
+        bool shownBehind = false;
+        f.messages->whileShown = [&](const auto&) { shownBehind = f.form->isVisible() && f.form->pos() == where; };
+        Click(f, "cmdOK");
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QVERIFY(shownBehind);
+        QVERIFY(f.form->isVisible());
+        QCOMPARE(f.form->pos(), where);
+        QVERIFY(f.Setup().makerTag.isEmpty());
+        QCOMPARE(tabs.currentIndex(), tab);
+        QCOMPARE(f.form->focusWidget(), &f.Edit(field));
+        QCOMPARE(f.Edit(field).selectedText(), value);
+    }
+
+    // The bar stock O.D. computed from the stock may lie beyond the machine's
+    // bar capacity (a 40 mm hexagon across its corners on a 32 mm machine):
+    // the field is marked, and OK asks once; No returns to the stock field,
+    // Yes writes it.
+    void computedBarStockBeyondCapacity_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<int>("stock");
+        QTest::addColumn<QString>("diameter");
+        QTest::addColumn<bool>("beyond");
+        QTest::newRow("hexagon across its corners") << 71 << int(marelon::kPolygon) << "40" << true;
+        QTest::newRow("hexagon within") << 71 << int(marelon::kPolygon) << "27" << false;
+        QTest::newRow("bar at the capacity") << 71 << int(marelon::kBar) << "32" << false;
+        QTest::newRow("bar beyond") << 71 << int(marelon::kBar) << "32.001" << true;
+        QTest::newRow("inch tube beyond") << 70 << int(marelon::kTube) << "1.26" << true;
+    }
+
+    void computedBarStockBeyondCapacity()
+    {
+        QFETCH(int, unit);
+        QFETCH(int, stock);
+        QFETCH(QString, diameter);
+        QFETCH(bool, beyond);
+        DataPageFixture f(unit);
+        f.Open();
+        f.SelectModel("L5 16-20");
+        f.FillValid();
+        Pick(f, "StockTypeC", stock);
+        const QString source = stock == marelon::kPolygon ? "CircleDiameter" : "StockDiameter";
+        if (stock == marelon::kPolygon) {
+            Pick(f, "Sides", 1);
+            f.Control<QAbstractButton>("IDCircle").click();
+        }
+        f.Edit("InsideDiameter").setText("0.5");
+        f.Type(source, diameter);
+        QLineEdit& od = f.Edit("txt814");
+        QVERIFY(!od.isEnabled());
+        QCOMPARE(od.toolTip().contains(unit == 70 ? "0 to 1.2598" : "0 to 32"), beyond);
+        QCOMPARE(od.font().bold(), beyond);
+        f.messages->Clear();
+
+        f.messages->Answer(host::MsgResult::No);
+        Click(f, "cmdOK");
+        QCOMPARE(f.messages->Messages().size(), beyond ? 1 : 0);
+        if (!beyond) {
+            QCOMPARE(f.Setup().makerTag, QString("MARELON"));
+            return;
+        }
+        QCOMPARE(f.messages->Last().buttons, host::MsgButtons::YesNo);
+        QVERIFY(f.messages->Last().prompt.contains(od.text()));
+        QVERIFY(f.Setup().makerTag.isEmpty());
+        QVERIFY(f.form->isVisible());
+        QCOMPARE(f.form->focusWidget(), &f.Edit(source));
+
+        f.messages->Clear();
+        f.messages->Answer(host::MsgResult::Yes);
+        Click(f, "cmdOK");
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.Setup().makerTag, QString("MARELON"));
+        QCOMPARE(Param(f, 814), numeric::ToDouble(od.text()));
     }
 
     // Every part of a message reaches a German user in German.

@@ -104,6 +104,17 @@ private slots:
         QCOMPARE(GangPatternPicture(3), QStringLiteral(":/datapage/L5-16/20-3"));
         for (const char* bitmap : {"ODcircle", "IDcircle", "SELECTION"})
             QVERIFY2(!QPixmap(QStringLiteral(":/datapage/") + bitmap).isNull(), bitmap);
+
+        // In German every picture has its German words drawn in.
+        InstallUiServices(std::make_shared<MarkingLocalizer>(), nullptr);
+        for (const GangToolPattern& pattern : load("L5")) {
+            const QString german = GangPatternPicture(pattern.code);
+            QCOMPARE(german, QStringLiteral(":/datapage/L5-16/20-de-%1").arg(pattern.code));
+            const QImage picture = QPixmap(german).toImage();
+            QVERIFY2(!picture.isNull(), qPrintable(german));
+            QVERIFY(picture != QPixmap(QStringLiteral(":/datapage/L5-16/20-%1").arg(pattern.code)).toImage());
+        }
+        RemoveUiServices();
     }
 
     // The L7 codes in list order: a pattern picked by name writes its own code.

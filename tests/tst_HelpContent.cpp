@@ -223,6 +223,42 @@ private slots:
             QVERIFY2(models.contains(number) && numbering.contains(number), qPrintable(number));
     }
 
+    // The guide speaks of what the user sees; the names macros use stand
+    // only in reference tables, never in the running text.
+    void controlNamesOnlyInReferenceTables_data() { AddLanguages(); }
+    void controlNamesOnlyInReferenceTables()
+    {
+        QFETCH(int, language);
+        const CompiledHelp guide(Guide(language));
+        static const QRegularExpression table(QStringLiteral("<table.*?</table>"),
+                                              QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression attribute(QStringLiteral("<[^>]*>"));
+        static const QRegularExpression named(QStringLiteral("^(txt|Txt|cmb|Cmb|cmd|Cmd|opt|chk)"));
+        QStringList controls = DataPageControls().filter(named); // "Sides" is a caption too
+        controls << "cmdOK" << "cmdCancel" << "cmdHelp";
+        for (const QString& page : guide.Pages()) {
+            const QString running = guide.Text(page).remove(table).remove(attribute);
+            for (const QString& control : controls)
+                QVERIFY2(!running.contains(QRegularExpression(QStringLiteral("\\b%1\\b").arg(control))),
+                         qPrintable(page + QStringLiteral(": ") + control));
+        }
+        QVERIFY(guide.Words(QStringLiteral("DataPage.htm")).contains(QStringLiteral("cmbMachineName")));
+    }
+
+    // The Data Page's Help button opens the index: its first line leads to
+    // each tab's topic in one click.
+    void indexLeadsToTheDataPageTabs_data() { AddLanguages(); }
+    void indexLeadsToTheDataPageTabs()
+    {
+        QFETCH(int, language);
+        const CompiledHelp guide(Guide(language));
+        static const QRegularExpression firstLine(QStringLiteral("<body>\\s*<p[^>]*>(.*?)</p>"),
+                                                  QRegularExpression::DotMatchesEverythingOption);
+        const QString line = firstLine.match(guide.Text(QStringLiteral("Index.htm"))).captured(1);
+        for (const char* tab : {"DataPagePart.htm", "DataPageMachine.htm", "DataPageMisc.htm"})
+            QVERIFY2(line.contains(QStringLiteral("href=\"%1\"").arg(QLatin1String(tab))), qPrintable(line));
+    }
+
     void everyToolDataControlHasItsTopic_data() { AddLanguages(); }
     void everyToolDataControlHasItsTopic()
     {

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTreeView>
 
 using feldra::HelpViewer;
@@ -136,13 +137,18 @@ private slots:
         QCOMPARE(Shown(viewer), QStringLiteral("TooData.htm#SetData"));
     }
 
+    // A single click on a result opens it with the searched word marked and
+    // the page at its first place; the next file starts with an empty search.
     void theSearchFindsTheWords()
     {
         const ViewerTexts english(1033);
         HelpViewer viewer(english);
         viewer.ShowTopic(kReference, QString());
+        viewer.show();
+        auto* words = viewer.findChild<QLineEdit*>("txtSearch");
+        QVERIFY(words->text().isEmpty());
 
-        viewer.findChild<QLineEdit*>("txtSearch")->setText(QStringLiteral("M155"));
+        words->setText(QStringLiteral("M155"));
         viewer.findChild<QPushButton*>("cmdSearch")->click();
         auto* results = viewer.findChild<QListWidget*>("lstSearchResults");
         QTRY_VERIFY_WITH_TIMEOUT(results->count() > 0, 20000);
@@ -152,8 +158,23 @@ private slots:
             if (results->item(i)->data(Qt::UserRole).toUrl().path().endsWith(QStringLiteral("/BarLoader.htm")))
                 hit = results->item(i);
         QVERIFY(hit);
-        emit results->itemActivated(hit);
+        results->scrollToItem(hit);
+        QTest::mouseClick(results->viewport(), Qt::LeftButton, {}, results->visualItemRect(hit).center());
         QCOMPARE(Shown(viewer), QStringLiteral("BarLoader.htm"));
+
+        auto* page = viewer.findChild<QTextBrowser*>();
+        const QList<QTextEdit::ExtraSelection> marks = page->extraSelections();
+        QVERIFY(!marks.isEmpty());
+        int first = INT_MAX;
+        for (const QTextEdit::ExtraSelection& mark : marks) {
+            QCOMPARE(mark.cursor.selectedText().toUpper(), QStringLiteral("M155"));
+            first = std::min(first, mark.cursor.selectionStart());
+        }
+        QCOMPARE(page->textCursor().position(), first);
+
+        viewer.ShowTopic(kGuide, QStringLiteral("Index.htm"));
+        QVERIFY(words->text().isEmpty());
+        QVERIFY(page->extraSelections().isEmpty());
     }
 };
 

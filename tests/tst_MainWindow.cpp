@@ -27,6 +27,9 @@
 #include "numeric/NumberText.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QPlainTextEdit>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
@@ -53,6 +56,8 @@ private slots:
     void dataPageCommandIsEnabledAgainAfterEscape();
     void languageSwitchTranslatesTheHostTexts();
     void languageSwitchReconnectsTheAddIn();
+    void textsShownBeforeTheSwitchFollowIt();
+    void logKeepsHostCallsBehindDetails();
     void changesAreMarkedAndAskedFor_data();
     void changesAreMarkedAndAskedFor();
     void savePromptHasQtsOwnButtonsInGerman();
@@ -237,17 +242,74 @@ void tst_MainWindow::languageSwitchTranslatesTheHostTexts()
     feldra::MainWindow window(host);
     auto* panes = window.findChild<QTabWidget*>("panes");
     QMenu* languages = Menu(window, "View")->findChild<QMenu*>();
-    Action(languages->actions(), "German")->trigger(); // kept in the settings
+    Action(languages->actions(), "Deutsch")->trigger(); // kept in the settings
     QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kGerman);
     QCOMPARE(host.App().languageCode, feldra::QtLocalizer::kGerman);
     QCOMPARE(panes->tabText(0), QStringLiteral("Simulation"));
     QCOMPARE(panes->tabText(2), QStringLiteral("Protokoll"));
     QVERIFY(Menu(window, "Datei"));
     QCOMPARE(host.Services().createLocalizer()->LanguageCode(), feldra::QtLocalizer::kGerman);
-    Action(Menu(window, "Ansicht")->findChild<QMenu*>()->actions(), "Englisch")->trigger();
+    Action(Menu(window, "Ansicht")->findChild<QMenu*>()->actions(), "English")->trigger();
     QCOMPARE(feldra::MainWindow::StoredLanguage(), feldra::QtLocalizer::kEnglish);
     QCOMPARE(panes->tabText(2), QStringLiteral("Log"));
     QVERIFY(Menu(window, "File"));
+}
+
+// What the window showed before a language switch is in the new language
+// at once; each language is named in its own; file dialogs name the file
+// types in the language chosen.
+void tst_MainWindow::textsShownBeforeTheSwitchFollowIt()
+{
+    struct CancelsNcCode : host::ApplicationEvents {
+        void BeforeCommandRun(int, int, bool& bOverride) override { bOverride = true; }
+    } cancels;
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    QVERIFY(window.OpenDocument(kExamples + "L5-part.fdoc"));
+    host.ApplicationFor("Test.Connect")->Advise(&cancels);
+    window.GenerateNcCode();
+    auto* nc = window.findChild<QPlainTextEdit*>("ncPane");
+    QCOMPARE(nc->toPlainText(), QStringLiteral("NC code generation was cancelled."));
+
+    const auto fileTypes = [&](const QString& menu, const QString& entry) {
+        QStringList filters;
+        QTimer::singleShot(0, [&] {
+            if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                filters = dialog->nameFilters();
+                dialog->reject();
+            }
+        });
+        Action(Menu(window, menu)->actions(), entry)->trigger();
+        return filters;
+    };
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QCOMPARE(fileTypes("File", "New from Template..."), QStringList{"Feldra templates (*.fdt)"});
+
+    window.SetLanguage(feldra::QtLocalizer::kGerman);
+    QCOMPARE(nc->toPlainText(), QStringLiteral("Die NC-Code-Erzeugung wurde abgebrochen."));
+    QCOMPARE(Texts(Menu(window, "Ansicht")->findChild<QMenu*>()->actions()), (QStringList{"English", "Deutsch"}));
+    QCOMPARE(fileTypes("Datei", "Neu aus Vorlage..."), QStringList{"Feldra-Vorlagen (*.fdt)"});
+    QCOMPARE(fileTypes("Datei", "Öffnen..."), QStringList{"Feldra-Dokumente (*.fdoc)"});
+
+    window.SetLanguage(feldra::QtLocalizer::kEnglish);
+    QCOMPARE(nc->toPlainText(), QStringLiteral("NC code generation was cancelled."));
+    QCOMPARE(Texts(Menu(window, "View")->findChild<QMenu*>()->actions()), (QStringList{"English", "Deutsch"}));
+    host.ApplicationFor("Test.Connect")->Unadvise(&cancels);
+}
+
+// The log says what went wrong; the add-ins' calls of the host show only
+// with the details switched on.
+void tst_MainWindow::logKeepsHostCallsBehindDetails()
+{
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    host.Log().RecordRequest("Application.NotifyCommandStart", {"1"});
+    host.Log().RecordFailedCallback("AddInCommands.OnCommand", "Tool.XShift", "refused");
+    window.RefreshLog();
+    auto* log = window.findChild<QPlainTextEdit*>("logPane");
+    QCOMPARE(log->toPlainText(), QStringLiteral("AddInCommands.OnCommand failed: Tool.XShift: refused"));
+    window.findChild<QCheckBox*>("logDetails")->click();
+    QVERIFY(log->toPlainText().endsWith("\nApplication.NotifyCommandStart(1)"));
 }
 
 // The add-in is connected again under the new language: its captions follow

@@ -134,15 +134,18 @@ private slots:
         QTest::newRow("head's own program, inch")
             << true << "SHAFT" << 2000 << 70
             << QStringList{"HEAD 1 OF 1", "PROGRAM O2000 \"SHAFT\"", "COMMENT \"Main\"", "OUTPUT UNIT INCH",
-                           "DOCUMENT UNIT METRIC", ""};
+                           "DOCUMENT UNIT METRIC",
+                           "NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS", ""};
         QTest::newRow("unknown unit code shown with its code")
             << true << "SHAFT" << 0 << 0
             << QStringList{"HEAD 1 OF 1", "PROGRAM O1000 \"SHAFT\"", "COMMENT \"Main\"", "OUTPUT UNIT UNKNOWN 0",
-                           "DOCUMENT UNIT METRIC", ""};
+                           "DOCUMENT UNIT METRIC",
+                           "NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS", ""};
         QTest::newRow("no heads: the machine's program in the document's unit")
             << false << "" << 0 << 0
             << QStringList{"MACHINE (NO NC HEADS)", "PROGRAM O1000 \"PART\"", "OUTPUT UNIT METRIC",
-                           "DOCUMENT UNIT METRIC", ""};
+                           "DOCUMENT UNIT METRIC",
+                           "NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS", ""};
     }
     void header()
     {
@@ -336,6 +339,7 @@ private slots:
             "COMMENT \"Main and back\"",
             "OUTPUT UNIT METRIC",
             "DOCUMENT UNIT METRIC",
+            "NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS",
             "",
             "DATA PAGE",
             "  813 Work Receiver No.(##)   25",

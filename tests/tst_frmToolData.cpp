@@ -340,10 +340,10 @@ private slots:
         tool->mountCode = 10;
         tool->centreOffset = 0.3;
         tool->comment = QStringLiteral("Finishing\r\nsecond line");
-        frmToolData form(f.application);
-        setText(form, "txtToolXShift", QStringLiteral("9"));
         for (const QString& fault : faults)
             f.host.Faults().Fail(fault);
+        frmToolData form(f.application); // the opening shows the tool too
+        setText(form, "txtToolXShift", QStringLiteral("9"));
         form.ToolGrid_MouseUp(Qt::LeftButton, 1, 2);
 
         QCOMPARE(form.CurrentTool()->Number(), 3);
@@ -353,6 +353,56 @@ private slots:
                               text(form, "lblFeldraSpdlRot"), text(form, "txtToolXShift"), text(form, "txtToolZShift"),
                               text(form, "txtToolYShift"), text(form, "lblToolComment")}),
                  shown);
+    }
+
+    // The row the grid shows as chosen and the values beside it are one
+    // tool's from the opening on, whether the row is chosen by the opening,
+    // an arrow key, a click or a sort.
+    void chosenRowAndValuesBelongTogether()
+    {
+        ToolDataFixture f;
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto first = f.AddTool(1, 1, 16);
+        first->holderIndex = 1;
+        first->xShift = -20;
+        first->comment = QStringLiteral("Rough turn");
+        auto second = f.AddTool(2, 2, 16);
+        second->holderIndex = 2;
+        second->comment = QStringLiteral("Back drill");
+        frmToolData form(f.application);
+        auto* grid = control<QTableWidget>(form, "ToolGrid");
+        auto shown = [&] {
+            return QStringList{cell(form, grid->currentRow(), 1), text(form, "cmbHolders"), text(form, "txtFeldraXShift"),
+                               text(form, "lblToolComment"), grid->item(grid->currentRow(), 1)->font().bold() ? "bold" : ""};
+        };
+        QCOMPARE(shown(), (QStringList{"01", "GTF5102", "-40", "Rough turn", "bold"}));
+        QCOMPARE(form.CurrentTool()->Number(), 1);
+        QVERIFY(control<QPushButton>(form, "cmdSetData")->isEnabled());
+
+        form.show();
+        grid->setFocus();
+        QTest::keyClick(grid, Qt::Key_Down);
+        QCOMPARE(shown(), (QStringList{"02", "GDB5101", "0", "Back drill", "bold"}));
+        QVERIFY(!grid->item(1, 1)->font().bold());
+
+        second->number = 0; // sorted first now: the row moves, the tool stays chosen
+        form.findChild<QAction*>(QStringLiteral("Sort"))->trigger();
+        QCOMPARE(shown(), (QStringList{"00", "GDB5101", "0", "Back drill", "bold"}));
+        QCOMPARE(grid->currentRow(), 1);
+    }
+
+    // A first tool without a Z of its own opens with the dialog's "0" marked as no tool's.
+    void openingValueMarkedOnTheFirstTool()
+    {
+        ToolDataFixture f(71);
+        f.WriteLibrary(kL5, kThreeHolders);
+        auto backDrill = f.AddTool(21, 21, 19);
+        backDrill->zCode = 1;
+        frmToolData form(f.application);
+        auto* z = control<QLineEdit>(form, "txtToolZShift");
+        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("no tool (opening value)"));
+        QTest::keyClick(z, Qt::Key_Return);
+        QCOMPARE(form.CarriedOverFrom(*z), QString());
     }
 
     void setData_data()
@@ -476,12 +526,9 @@ private slots:
         auto* z = control<QLineEdit>(form, "txtToolZShift");
         auto* y = control<QLineEdit>(form, "txtToolYShift");
 
-        form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1); // T21 first: the dialog's own "0" is no tool's
-        QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("no tool (opening value)"));
-        QTest::keyClick(z, Qt::Key_Return);
-        QCOMPARE(form.CarriedOverFrom(*z), QString());
-        form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
+        // The opening chooses T07, whose Z comes from its length.
         QCOMPARE(z->text(), QStringLiteral("-48"));
+        QCOMPARE(form.CarriedOverFrom(*z), QString());
         form.ToolGrid_MouseUp(Qt::LeftButton, 2, 1);
         QCOMPARE(z->text(), QStringLiteral("-48"));
         QCOMPARE(form.CarriedOverFrom(*z), QStringLiteral("T07"));
@@ -630,7 +677,7 @@ private slots:
         auto* main = control<QRadioButton>(form, "Spindle_0");
         auto* back = control<QRadioButton>(form, "Spindle_1");
         QCOMPARE(back->isVisibleTo(&form), shownAtLoad);
-        QCOMPARE(form.BackSpindleChoice(), shownAtLoad);
+        QCOMPARE(form.BackSpindleChoice(), enabledAfterClick); // the opening chose the tool
         if (shownAtLoad)
             QCOMPARE(back->text(), QStringLiteral("Sub"));
         form.ToolGrid_MouseUp(Qt::LeftButton, 1, 1);
@@ -673,7 +720,7 @@ private slots:
         QVERIFY(!grid->item(2, 4)->data(Qt::DecorationRole).value<QPixmap>().isNull()); // used
         QVERIFY(grid->item(1, 4)->data(Qt::DecorationRole).isNull());
         QCOMPARE(grid->currentRow(), 1);
-        QVERIFY(!control<QPushButton>(form, "cmdSetData")->isEnabled());
+        QCOMPARE(form.CurrentTool()->Number(), 1); // the first row is chosen at the opening
 
         form.findChild<QAction*>(QStringLiteral("Renumber"))->trigger();
         QCOMPARE(onStation7->number, 7);
@@ -706,11 +753,12 @@ private slots:
     {
         ToolDataFixture f;
         f.AddTool(5, 5);
+        f.AddTool(6, 6);
         frmToolData form(f.application);
-        form.ToolGrid_MouseUp(Qt::RightButton, 1, 1);
+        form.ToolGrid_MouseUp(Qt::RightButton, 2, 1);
         QVERIFY(form.MnuContext()->isVisible());
         form.MnuContext()->hide();
-        QVERIFY(!form.CurrentTool());
+        QCOMPARE(form.CurrentTool()->Number(), 5); // the right button chooses no tool
     }
 
     void deleteHolder_data()

@@ -1176,5 +1176,61 @@
         <source>The part is written, but the settings file "%1" cannot be written: the next new part will not start from these values.</source>
         <translation>Das Teil ist geschrieben, aber die Einstellungsdatei „%1“ kann nicht geschrieben werden: Das nächste neue Teil beginnt nicht mit diesen Werten.</translation>
     </message>
+    <message>
+        <source>This value is computed from the stock. The machine takes a bar stock O.D. from 0 to %1.</source>
+        <translation>Dieser Wert ist aus dem Rohteil berechnet. Die Maschine nimmt einen Stangen-Außendurchmesser von 0 bis %1.</translation>
+    </message>
+    <message>
+        <source>Write it anyway?</source>
+        <translation>Trotzdem schreiben?</translation>
+    </message>
+    <message>
+        <source>Beyond the machine&apos;s bar capacity: it takes a bar stock O.D. from 0 to %1. OK asks before writing this value.</source>
+        <translation>Über dem Stangendurchlass der Maschine: Sie nimmt einen Stangen-Außendurchmesser von 0 bis %1. OK fragt, bevor dieser Wert geschrieben wird.</translation>
+    </message>
+    <message>
+        <source>in</source>
+        <translation>in</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>in/rev</source>
+        <translation>Zoll/U</translation>
+    </message>
+    <message>
+        <source>mm/rev</source>
+        <translation>mm/U</translation>
+    </message>
+    <message>
+        <source>rpm</source>
+        <translation>U/min</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>s</translation>
+    </message>
+    <message>
+        <source>The NC code is written in the part&apos;s unit, %1.</source>
+        <translation>Der NC-Code wird in der Einheit des Teils geschrieben, %1.</translation>
+    </message>
+    <message>
+        <source>The NC code&apos;s lengths and feeds are written in %1; the values on this page stay in the part&apos;s unit, %2.</source>
+        <translation>Längen und Vorschübe des NC-Codes werden in %1 geschrieben; die Werte auf dieser Seite bleiben in der Einheit des Teils, %2.</translation>
+    </message>
+    <message>
+        <source>Feldra templates (*.fdt)</source>
+        <translation>Feldra-Vorlagen (*.fdt)</translation>
+    </message>
+    <message>
+        <source>Feldra documents (*.fdoc)</source>
+        <translation>Feldra-Dokumente (*.fdoc)</translation>
+    </message>
+    <message>
+        <source>Show details (host calls)</source>
+        <translation>Details zeigen (Aufrufe des Hosts)</translation>
+    </message>
 </context>
 </TS>

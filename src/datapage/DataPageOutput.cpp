@@ -91,6 +91,26 @@ double BarStockDiameter(frmMarelonDataPage& form)
     return form.ActiveDocument()->MachineSetup()->StockDiameter();
 }
 
+// The bar stock O.D. computed from a bar, tube or polygon beyond the
+// machine's bar capacity: written only when the user says so. No returns the
+// stock field the value comes from.
+QWidget* AskComputedBarStock(frmMarelonDataPage& form, const QString& caption, bool inchDocument)
+{
+    const QLineEdit& box = Edit(form, "txt814");
+    if (!BeyondBarCapacity(box.text(), inchDocument))
+        return nullptr;
+    const QString crlf = QStringLiteral("\r\n");
+    const QString prompt = caption + QStringLiteral(": ") + box.text() + crlf + crlf
+        + Tr(QStringLiteral("This value is computed from the stock. The machine takes a bar stock O.D. from 0 to %1."))
+              .arg(numeric::NumberToText(BarCapacity(inchDocument)))
+        + crlf + crlf + Tr(QStringLiteral("Write it anyway?"));
+    if (MsgBox(prompt, host::MsgButtons::YesNo, host::MsgIcon::Question, Tr(QStringLiteral("Bar Stock O.D.")))
+        == host::MsgResult::Yes)
+        return nullptr;
+    const int type = List(form, "StockTypeC").currentIndex();
+    return &Edit(form, type == kPolygon ? "CircleDiameter" : "StockDiameter");
+}
+
 // The check of one field's own rule; a field whose check depends on the model passes on other models.
 bool CheckFieldRule(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
 {
@@ -107,8 +127,8 @@ bool CheckFieldRule(frmMarelonDataPage& form, const DataPageField& field, bool i
         return ValidateNumber(caption, box, field.bound, std::nullopt, true);
     case Check::GreaterThan:
         return ValidateNumber(caption, box, field.bound, std::nullopt, false);
-    case Check::BarStockOD:
-        return ValidateNumber(caption, box, 0.0, inchDocument ? kInchBarStockLimit : kMetricBarStockLimit);
+    case Check::BarStockOD: // typed only for a profile stock; computed otherwise, and asked about by the caller
+        return ValidateNumber(caption, box, 0.0, BarCapacity(inchDocument));
     case Check::CutOffEndPoint: {
         const double diameter = BarStockDiameter(form);
         return ValidateNumber(caption, box, -diameter, diameter);
@@ -143,9 +163,14 @@ bool CheckUpperBound(frmMarelonDataPage& form, const DataPageField& field, bool 
     return ValidateNumber(caption, box, -*upper, *upper);
 }
 
-bool CheckField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
+// The control to correct when a field fails, nullptr when it passes.
+QWidget* RefusedField(frmMarelonDataPage& form, const DataPageField& field, bool inchDocument)
 {
-    return CheckFieldRule(form, field, inchDocument) && CheckUpperBound(form, field, inchDocument);
+    if (field.check == Check::BarStockOD && !Edit(form, field.control).isEnabled())
+        return AskComputedBarStock(form, form.Control<QLabel>(QLatin1String(field.label)).text(), inchDocument);
+    if (CheckFieldRule(form, field, inchDocument) && CheckUpperBound(form, field, inchDocument))
+        return nullptr;
+    return &Edit(form, field.control);
 }
 
 // One field into the machine setup, by its encoding.
@@ -222,31 +247,45 @@ void WriteStock(frmMarelonDataPage& form, host::Document& document, Remember&& r
 
 } // namespace
 
-bool CheckDataPageFields(frmMarelonDataPage& form, bool inchDocument)
+QWidget* RefusedDataPageField(frmMarelonDataPage& form, bool inchDocument)
 {
     for (const char* list : {"cmbMachineName", "StockTypeC"}) {
         const DataPageField& field = DataPageFieldOf(QLatin1String(list));
         if (!ValidateChoice(form.Control<QLabel>(QLatin1String(field.label)).text(), List(form, list)))
-            return false;
+            return &List(form, list);
     }
     for (const DataPageField& field : DataPageFields())
-        if (!CheckField(form, field, inchDocument))
-            return false;
-    return true;
+        if (QWidget* refused = RefusedField(form, field, inchDocument))
+            return refused;
+    return nullptr;
 }
 
-bool CheckStockProfile(frmMarelonDataPage& form)
+QWidget* RefusedStockProfile(frmMarelonDataPage& form)
 {
     if (List(form, "StockTypeC").currentIndex() != kProfile)
-        return true;
+        return nullptr;
     const QString key = Edit(form, "FeatureKey").text();
     bool picked = false;
     if (!key.isEmpty())
         ContinueOnError([&] { picked = form.ActiveDocument()->FeatureChains()->Item(key) != nullptr; });
-    if (!picked)
-        MsgBox(Tr(QStringLiteral("Select a feature for the Stock Profile")), host::MsgButtons::OK,
-               host::MsgIcon::Exclamation, Tr(QStringLiteral("Stock Definition")));
-    return picked;
+    if (picked)
+        return nullptr;
+    MsgBox(Tr(QStringLiteral("Select a feature for the Stock Profile")), host::MsgButtons::OK,
+           host::MsgIcon::Exclamation, Tr(QStringLiteral("Stock Definition")));
+    return &form.Control<QWidget>(QStringLiteral("SelectButton"));
+}
+
+double BarCapacity(bool inchDocument)
+{
+    return inchDocument ? kInchBarStockLimit : kMetricBarStockLimit;
+}
+
+bool BeyondBarCapacity(const QString& text, bool inchDocument)
+{
+    if (!numeric::IsNumeric(text))
+        return false;
+    const double value = numeric::ToDouble(text);
+    return value < 0 || value > BarCapacity(inchDocument);
 }
 
 bool WriteDataPage(frmMarelonDataPage& form, bool inchDocument)

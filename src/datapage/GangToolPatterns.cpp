@@ -4,6 +4,7 @@
 #include "addin/ui/UiServices.h"
 
 #include <QComboBox>
+#include <QFile>
 
 #include <span>
 
@@ -225,6 +226,12 @@ void SelectPatternByCode(QComboBox& list, int code, const std::function<void()>&
 
 QString GangPatternPicture(int code)
 {
+    // The words drawn in the picture are in the add-in's language.
+    if (UiLanguageCode() == 1031) {
+        const QString german = QStringLiteral(":/datapage/L5-16/20-de-%1").arg(code);
+        if (QFile::exists(german))
+            return german;
+    }
     return QStringLiteral(":/datapage/L5-16/20-%1").arg(code);
 }
 

@@ -36,7 +36,8 @@ void FillPatternList(QComboBox& list, const GangToolPatternTable& table);
 // code the list does not carry leaves the list and its selection alone.
 void SelectPatternByCode(QComboBox& list, int code, const std::function<void()>& click);
 
-// The resource path of the picture of an L5 pattern code: ":/datapage/L5-16/20-<code>".
+// The resource path of the picture of an L5 pattern code: ":/datapage/L5-16/20-<code>",
+// in German ":/datapage/L5-16/20-de-<code>" (the words drawn in it are German).
 QString GangPatternPicture(int code);
 
 } // namespace marelon

@@ -21,6 +21,7 @@
 #include "datapage/DataPageOutput.h"
 #include "datapage/DataPagePersistence.h"
 #include "datapage/DataPageSettings.h"
+#include "datapage/FieldUnits.h"
 #include "datapage/MachineCatalogue.h"
 #include "datapage/MachineSetups.h"
 #include "datapage/ParameterUpdates.h"
@@ -143,6 +144,7 @@ frmMarelonDataPage::frmMarelonDataPage(std::shared_ptr<host::Application> applic
     : QDialog(parent), ui_(std::make_unique<Ui::frmMarelonDataPage>()), application_(std::move(application))
 {
     ui_->setupUi(this);
+    AddUnitLabels(*this);
     ConnectHandlers();
     Form_Load();
 }
@@ -188,6 +190,7 @@ void frmMarelonDataPage::ConnectHandlers()
         button->setDefault(false);
     }
     ui_->Sides->installEventFilter(this);
+    connect(ui_->txt814, &QLineEdit::textChanged, this, [this] { MarkBarCapacity(); });
 }
 
 // An option's handler runs when the option becomes the chosen one, by a
@@ -326,6 +329,8 @@ void frmMarelonDataPage::InitOp()
     openedStockType_ = ui_->StockTypeC->currentIndex();
     ui_->MyTabs->setCurrentIndex(kPartData);
     ShowMachineSetupName();
+    ContinueOnError([&] { ShowUnits(*this, ActiveDocument()->UnitSystem() == 70); });
+    MarkBarCapacity();
 }
 
 void frmMarelonDataPage::FillFixedLists()
@@ -376,16 +381,21 @@ void frmMarelonDataPage::ShowMachineSetupName()
 
 // ---- Buttons ----
 
+// The checks run with the page in place, their messages over it; a field
+// that fails is shown for correction and nothing is written.
 void frmMarelonDataPage::cmdOK_Click()
 {
-    HideModelessForm(this);
-    auto showAgain = qScopeGuard([this] { ShowAgain(); });
     const auto document = ActiveDocument();
     const bool inch = document->UnitSystem() == 70;
-    if (!CheckDataPageFields(*this, inch) || !CheckStockProfile(*this))
-        return; // shown again for correction, still open
+    QWidget* refused = RefusedDataPageField(*this, inch);
+    if (!refused)
+        refused = RefusedStockProfile(*this);
+    if (refused) {
+        ShowFieldToCorrect(*refused);
+        return;
+    }
+    HideModelessForm(this);
     document->setUpdateState(false);
-    showAgain.dismiss();
     if (!WriteDataPage(*this, inch)) {
         MsgBox(Tr(QStringLiteral("There was an error! Possibly some data is not set properly.")));
         Flags().dataPageAvailable = true;
@@ -827,7 +837,40 @@ void frmMarelonDataPage::txtColletExt_LostFocus()
 
 // ---- Closing ----
 
-// Shown again after the dialog hid itself (a failed check, a pick): still open.
+// The tab that holds the field, the focus in the field and its text selected.
+void frmMarelonDataPage::ShowFieldToCorrect(QWidget& field)
+{
+    for (QWidget* w = &field; w; w = w->parentWidget()) {
+        const int tab = ui_->MyTabs->indexOf(w);
+        if (tab >= 0) {
+            ui_->MyTabs->setCurrentIndex(tab);
+            break;
+        }
+    }
+    activateWindow();
+    field.setFocus(Qt::OtherFocusReason);
+    if (auto* box = qobject_cast<QLineEdit*>(&field))
+        box->selectAll();
+}
+
+// The bar stock O.D. beyond the machine's bar capacity is marked on the page,
+// with the bound in its tooltip; OK asks before writing a computed one.
+void frmMarelonDataPage::MarkBarCapacity()
+{
+    bool inch = false;
+    ContinueOnError([&] { inch = ActiveDocument()->UnitSystem() == 70; });
+    const QString text = ui_->txt814->text();
+    if (!BeyondBarCapacity(text, inch)) {
+        MarkOutOfRange(*ui_->txt814, QString());
+        return;
+    }
+    MarkOutOfRange(*ui_->txt814,
+                   Tr(QStringLiteral("Beyond the machine's bar capacity: it takes a bar stock O.D. from 0 to %1. "
+                                     "OK asks before writing this value."))
+                       .arg(numeric::NumberToText(BarCapacity(inch))));
+}
+
+// Shown again after the dialog hid itself (a pick): still open.
 void frmMarelonDataPage::ShowAgain()
 {
     ShowForm(this, false);

@@ -128,6 +128,8 @@ protected:
 private:
     void Form_Load();
     void ShowAgain();
+    void ShowFieldToCorrect(QWidget& field);
+    void MarkBarCapacity();
     void Form_QueryUnload(bool& cancel, UnloadMode unloadMode);
     void ConnectHandlers();
     void ConnectOptionChange(QRadioButton& option, void (frmMarelonDataPage::*handler)());

@@ -24,6 +24,8 @@ host::MsgResult MessageBoxRecorder::Show(const QString& prompt, host::MsgButtons
                                          host::MsgIcon icon, const QString& title)
 {
     messages_.append(Message{prompt, buttons, icon, title});
+    if (whileShown)
+        whileShown(messages_.last());
     return answers_.isEmpty() ? firstButton(buttons) : answers_.takeFirst();
 }
 

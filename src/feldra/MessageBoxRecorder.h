@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 namespace feldra {
 
 // The message box of tests and macros: records every message and answers it
@@ -25,6 +27,9 @@ public:
     void Answer(host::MsgResult result) { answers_.append(result); }
 
     const QList<Message>& Messages() const { return messages_; }
+    // Runs while each message is shown, before it is answered: a test looks
+    // at the windows as the user sees them behind the message.
+    std::function<void(const Message&)> whileShown;
     const Message& Last() const { return messages_.last(); }
     void Clear();
 

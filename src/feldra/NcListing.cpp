@@ -50,6 +50,16 @@ QString UnitName(int code)
     }
 }
 
+// The unit of the listing's lengths: the document's.
+QString NumbersUnit(int code)
+{
+    switch (code) {
+    case 70: return QStringLiteral("INCHES");
+    case 71: return QStringLiteral("MILLIMETRES");
+    default: return QStringLiteral("THE DOCUMENT'S UNIT ") + Number(code);
+    }
+}
+
 QString SpindleDirectionName(int direction)
 {
     switch (direction) {
@@ -182,6 +192,9 @@ private:
             Line(QStringLiteral("COMMENT ") + Quoted(head->comment));
         Line(QStringLiteral("OUTPUT UNIT ") + UnitName(head ? head->outputUnit : document_.unitSystem));
         Line(QStringLiteral("DOCUMENT UNIT ") + UnitName(document_.unitSystem));
+        // The numbers below are the document's values, whatever the output unit.
+        Line(QStringLiteral("NUMBERS IN ") + NumbersUnit(document_.unitSystem)
+             + QStringLiteral(" (LENGTHS), DEGREES, RPM AND SECONDS"));
     }
 
     void WriteDataPage()

@@ -1,5 +1,6 @@
 #include "feldra/QtMessageBoxService.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 namespace feldra {
@@ -53,7 +54,14 @@ MsgResult result(int button)
 MsgResult QtMessageBoxService::Show(const QString& prompt, MsgButtons buttons, MsgIcon icon,
                                     const QString& title)
 {
-    QMessageBox box(standardIcon(icon), title, prompt, standardButtons(buttons), parent_);
+    // Over the window the user is working in (a dialog's check over the
+    // dialog, which stays where it is), else over the main window.
+    QWidget* over = QApplication::activeModalWidget();
+    if (!over)
+        over = QApplication::activeWindow();
+    if (!over || !over->isVisible())
+        over = parent_;
+    QMessageBox box(standardIcon(icon), title, prompt, standardButtons(buttons), over);
     return result(box.exec());
 }
 

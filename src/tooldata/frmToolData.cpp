@@ -199,6 +199,13 @@ frmToolData::frmToolData(std::shared_ptr<host::Application> application, QWidget
     ConnectHandler(this, sort_, &QAction::triggered, &frmToolData::Sort_Click);
     ui_->ToolGrid->viewport()->installEventFilter(this);
     ui_->ToolGrid->installEventFilter(this);
+    // The arrow keys, Home, End and Page keys choose a row as a click does.
+    connect(ui_->ToolGrid, &QTableWidget::currentCellChanged, this, [this](int row, int column, int previousRow, int) {
+        if (filling_ || row == previousRow || row < 1 || row > sortedTools_.size()
+            || sortedTools_[row - 1] == currentTool_)
+            return;
+        RunControlHandler([&] { ChooseRow(row, column); });
+    });
     ui_->EditBox->installEventFilter(this);
     for (QLineEdit* field : {ui_->txtToolXShift, ui_->txtToolYShift, ui_->txtToolZShift}) {
         field->installEventFilter(this);
@@ -645,6 +652,7 @@ void frmToolData::FillGrid(const QList<ToolPtr>& tools)
 {
     QTableWidget& grid = *ui_->ToolGrid;
     ui_->EditBox->hide();
+    filling_ = true;
     grid.clear();
     grid.setColumnCount(kColumns);
     grid.setRowCount(int(tools.size()) + 1);
@@ -665,8 +673,13 @@ void frmToolData::FillGrid(const QList<ToolPtr>& tools)
             used->setData(Qt::DecorationRole, checkmark);
         grid.setItem(row, kColUsed, used);
     }
-    if (!tools.isEmpty())
-        grid.setCurrentCell(1, kColNumber);
+    filling_ = false;
+    if (tools.isEmpty())
+        return;
+    // The tool chosen before stays chosen (sorting, renumbering); else the first row.
+    const int kept = currentTool_ ? int(tools.indexOf(currentTool_)) : -1;
+    const int row = kept >= 0 ? kept + 1 : 1;
+    skipOnFailure([&] { ChooseRow(row, kColNumber); });
 }
 
 void frmToolData::SetBoldRow(int row)
@@ -691,6 +704,15 @@ void frmToolData::ToolGrid_MouseUp(Qt::MouseButton button, int row, int column)
     }
     if (button != Qt::LeftButton || row < 1 || row > sortedTools_.size())
         return;
+    ChooseRow(row, column);
+}
+
+// The tool of a grid row becomes the one shown: the row bold and current, the
+// tool's values and its holder on the right. A click, an arrow key and the
+// grid's filling all come here, so that the row the grid shows as chosen and
+// the values beside it are always the same tool's.
+void frmToolData::ChooseRow(int row, int column)
+{
     clickedRow_ = row;
     clickedColumn_ = std::max(column, int(kColNumber)); // the fixed column is never current
     currentTool_ = sortedTools_[row - 1];

@@ -101,6 +101,7 @@ private:
     void OpenEditBox();
     void CommitEditBox();
     void SetBoldRow(int row);
+    void ChooseRow(int row, int column);
     void ShowToolShift(const ToolShiftFields& shift);
     // Shows a Tool field as carried over from the named tool, or (empty) as the current tool's own.
     void ShowCarriedOver(QLineEdit& field, const QString& fromTool);
@@ -120,6 +121,7 @@ private:
     ToolPtr currentTool_;
     int clickedRow_ = 0;
     int clickedColumn_ = 0;
+    bool filling_ = false; // the grid is being filled: its cell changes choose no tool
     QList<HolderRecord> holders_;
     UserDataFile holderFile_;
     QString sToolDataFile_; // holderFile_'s file as last read

@@ -266,9 +266,22 @@ void drawBlock(QPainter& p, const QRectF& r, const Block& block, bool free)
     }
 }
 
+// The words drawn in a gang tool picture, one set per language of the add-in.
+struct PictureWords {
+    QString fileInfix; // "" for English, "de-" for German: L5-16-20-de-10.png
+    QString main, back, turn, rotary, face, backPlaces, freeTool;
+};
+
+const PictureWords kPictureLanguages[] = {
+    {QString(), QStringLiteral("MAIN"), QStringLiteral("BACK"), QStringLiteral("TURN"), QStringLiteral("ROTARY"),
+     QStringLiteral("FACE"), QStringLiteral("BACK"), QStringLiteral("FREE TOOL %1")},
+    {QStringLiteral("de-"), QStringLiteral("HAUPT"), QStringLiteral("GEGEN"), QStringLiteral("DREH"),
+     QStringLiteral("ANGETR."), QStringLiteral("STIRN"), QStringLiteral("RÜCK"), QStringLiteral("FREIES WERKZEUG %1")},
+};
+
 // The bar between the guide bushing (left) and the back spindle (right), to
 // which the tools point.
-void drawSpindles(QPainter& p, int width, double y)
+void drawSpindles(QPainter& p, int width, double y, const PictureWords& words)
 {
     p.setPen(QPen(kCentreLine, 1, Qt::DashDotLine));
     p.drawLine(QPointF(6, y), QPointF(width - 6, y));
@@ -282,19 +295,19 @@ void drawSpindles(QPainter& p, int width, double y)
     p.drawRect(QRectF(width - 34, y - 7, 6, 14));               // its chuck
     p.setFont(font(9));
     p.setPen(kInk);
-    p.drawText(QRectF(30, y - 20, 80, 12), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("MAIN"));
-    p.drawText(QRectF(width - 116, y - 20, 80, 12), Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("BACK"));
+    p.drawText(QRectF(30, y - 20, 80, 12), Qt::AlignLeft | Qt::AlignVCenter, words.main);
+    p.drawText(QRectF(width - 116, y - 20, 80, 12), Qt::AlignRight | Qt::AlignVCenter, words.back);
 }
 
 // The places by kind, with their counts; a free post has no counts, and a
 // kind the post lacks is greyed.
-void drawLegend(QPainter& p, const Post& post, const QRectF& area)
+void drawLegend(QPainter& p, const Post& post, const QRectF& area, const PictureWords& words)
 {
     const Places& total = post.total;
-    const QList<std::tuple<Kind, int, QString>> items{{Kind::Turn, total.turn, QStringLiteral("TURN")},
-                                                      {Kind::Rotary, total.rotary, QStringLiteral("ROTARY")},
-                                                      {Kind::Face, total.face, QStringLiteral("FACE")},
-                                                      {Kind::Back, total.back, QStringLiteral("BACK")}};
+    const QList<std::tuple<Kind, int, QString>> items{{Kind::Turn, total.turn, words.turn},
+                                                      {Kind::Rotary, total.rotary, words.rotary},
+                                                      {Kind::Face, total.face, words.face},
+                                                      {Kind::Back, total.back, words.backPlaces}};
     constexpr int kIcon = 24;
     p.setFont(font(11));
     const QFontMetrics metrics(p.font());
@@ -319,7 +332,7 @@ void drawLegend(QPainter& p, const Post& post, const QRectF& area)
     p.setOpacity(1.0);
 }
 
-QImage postPicture(const Post& post, const QString& caption)
+QImage postPicture(const Post& post, const QString& caption, const PictureWords& words)
 {
     constexpr int kWidth = 320;
     constexpr int kHeight = 200;
@@ -328,7 +341,7 @@ QImage postPicture(const Post& post, const QString& caption)
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
 
-    drawSpindles(p, kWidth, 24);
+    drawSpindles(p, kWidth, 24, words);
 
     const QFontMetrics metrics(font(11, true));
     constexpr int kGap = 6;
@@ -351,7 +364,7 @@ QImage postPicture(const Post& post, const QString& caption)
         p.setPen(kInk);
         p.drawText(QRectF(0, band.bottom() + 2, kWidth, 16), Qt::AlignCenter, caption);
     }
-    drawLegend(p, post, QRectF(4, kHeight - 30, kWidth - 8, 24));
+    drawLegend(p, post, QRectF(4, kHeight - 30, kWidth - 8, 24), words);
     return image;
 }
 
@@ -465,8 +478,11 @@ int main(int argc, char** argv)
     for (const GangToolPattern& pattern : table) {
         const bool free = pattern.code == 48 || pattern.code == 49;
         const Post post = free ? freePost() : postOf(pattern, table);
-        const QString caption = free ? QStringLiteral("FREE TOOL %1").arg(pattern.code - 47) : QString();
-        save(postPicture(post, caption), folder, QStringLiteral("L5-16-20-%1.png").arg(pattern.code));
+        for (const PictureWords& words : kPictureLanguages) {
+            const QString caption = free ? words.freeTool.arg(pattern.code - 47) : QString();
+            save(postPicture(post, caption, words), folder,
+                 QStringLiteral("L5-16-20-%1%2.png").arg(words.fileInfix).arg(pattern.code));
+        }
     }
     save(circlePicture(true), folder, QStringLiteral("ODcircle.png"));
     save(circlePicture(false), folder, QStringLiteral("IDcircle.png"));

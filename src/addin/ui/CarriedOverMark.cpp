@@ -23,4 +23,22 @@ void MarkCarriedOver(QLineEdit& field, const QString& source)
     field.setToolTip(Tr(QStringLiteral("Carried over from %1: press Enter in the field to keep it, or type another value")).arg(source));
 }
 
+void MarkOutOfRange(QLineEdit& field, const QString& toolTip)
+{
+    if (toolTip.isEmpty()) {
+        field.setFont(QFont());
+        field.setPalette(QPalette());
+        field.setToolTip(QString());
+        return;
+    }
+    QFont bold;
+    bold.setBold(true);
+    field.setFont(bold);
+    QPalette red;
+    red.setColor(QPalette::Base, QColor(0xFF, 0xC8, 0xC8));
+    red.setColor(QPalette::Text, QColor(0x9C, 0x00, 0x06));
+    field.setPalette(red);
+    field.setToolTip(toolTip);
+}
+
 } // namespace marelon

@@ -12,4 +12,8 @@ namespace marelon {
 // look again.
 void MarkCarriedOver(QLineEdit& field, const QString& source);
 
+// Shows that a field's value is beyond what it may be: red, bold, and a
+// tooltip that says the bound. An empty tooltip gives the field its own look again.
+void MarkOutOfRange(QLineEdit& field, const QString& toolTip);
+
 } // namespace marelon

@@ -10,6 +10,10 @@
 #include <QHelpIndexWidget>
 #include <QHelpLink>
 #include <QHelpSearchEngine>
+#include <QListWidgetItem>
+#include <QTextDocument>
+#include <QTextCursor>
+#include <QRegularExpression>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -132,8 +136,9 @@ HelpViewer::HelpViewer(const host::Localizer& localizer, QWidget* parent)
     connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::syncContents);
     connect(searchText_, &QLineEdit::returnPressed, this, &HelpViewer::search);
     connect(searchButton, &QPushButton::clicked, this, &HelpViewer::search);
-    connect(searchResults_, &QListWidget::itemActivated, this,
-            [this](QListWidgetItem* item) { showUrl(item->data(Qt::UserRole).toUrl()); });
+    // One click on a result opens it, as a link does; Enter too.
+    connect(searchResults_, &QListWidget::itemClicked, this, &HelpViewer::showSearchResult);
+    connect(searchResults_, &QListWidget::itemActivated, this, &HelpViewer::showSearchResult);
 }
 
 // The help engine with the viewer's own collection of help files (thrown away
@@ -258,6 +263,7 @@ void HelpViewer::closeFile()
         waitForContentsAndIndex();
     }
     helpFile_.clear();
+    searchText_->clear();
     searchResults_->clear();
     indexFilter_->clear();
     page_->clear();
@@ -318,6 +324,7 @@ QUrl HelpViewer::startPage() const
 void HelpViewer::showUrl(const QUrl& url)
 {
     showMessage(QString());
+    page_->setExtraSelections({});
     if (url.isEmpty())
         return;
     // A page asked for again goes back to its place without a second entry in the history.
@@ -373,6 +380,36 @@ void HelpViewer::search()
         engine_->searchEngine()->search(words);
     else if (!indexing_)
         engine_->searchEngine()->scheduleIndexDocumentation();
+}
+
+// The result's page, with the searched words marked and the page at the first of them.
+void HelpViewer::showSearchResult(QListWidgetItem* item)
+{
+    if (!item)
+        return;
+    showUrl(item->data(Qt::UserRole).toUrl());
+    QList<QTextEdit::ExtraSelection> marks;
+    QTextCursor first;
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    for (QString word : searchWords_.split(blanks, Qt::SkipEmptyParts)) {
+        word.remove(QLatin1Char('"')).remove(QLatin1Char('*'));
+        if (word.isEmpty())
+            continue;
+        for (QTextCursor at = page_->document()->find(word); !at.isNull(); at = page_->document()->find(word, at)) {
+            QTextEdit::ExtraSelection mark;
+            mark.cursor = at;
+            mark.format.setBackground(QColor(0xFF, 0xE0, 0x40));
+            marks << mark;
+            if (first.isNull() || at.selectionStart() < first.selectionStart())
+                first = at;
+        }
+    }
+    page_->setExtraSelections(marks);
+    if (first.isNull())
+        return;
+    first.setPosition(first.selectionStart()); // the cursor before the word, nothing selected
+    page_->setTextCursor(first);
+    page_->ensureCursorVisible();
 }
 
 void HelpViewer::showSearchResults()

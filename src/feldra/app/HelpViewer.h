@@ -10,6 +10,7 @@ class QHelpEngine;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 class QTemporaryDir;
 
 namespace host {
@@ -57,6 +58,7 @@ private:
     void syncContents(const QUrl& page);
     void search();
     void showSearchResults();
+    void showSearchResult(QListWidgetItem* item);
     QString translated(const QString& english) const;
 
     const host::Localizer& localizer_;

@@ -18,7 +18,9 @@
 #include <QLibraryInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QCheckBox>
 #include <QPlainTextEdit>
+#include <QVBoxLayout>
 #include <QSettings>
 #include <QSplitter>
 #include <QTabWidget>
@@ -39,8 +41,8 @@ const char* const kHostCaptionProperty = "feldraHostCaption";
 
 QSettings AppSettings() { return QSettings(QStringLiteral("Feldra"), QStringLiteral("feldra")); }
 
-QString DocumentFilter() { return QStringLiteral("Feldra documents (*.fdoc)"); }
-QString TemplateFilter() { return QStringLiteral("Feldra templates (*.fdt)"); }
+const char* const kDocumentFilter = "Feldra documents (*.fdoc)";
+const char* const kTemplateFilter = "Feldra templates (*.fdt)";
 
 // A window of an add-in (a dialog, a modeless form) as opposed to menus,
 // tooltips and the like, whose showing changes no command's state.
@@ -86,7 +88,16 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
     panes_->setObjectName("panes");
     panes_->addTab(simulation_, QStringLiteral("Simulation"));
     panes_->addTab(nc_, QStringLiteral("NC Code"));
-    panes_->addTab(log_, QStringLiteral("Log"));
+    // The log shows what went wrong; the host calls behind it only on request.
+    auto* logTab = new QWidget;
+    auto* logLayout = new QVBoxLayout(logTab);
+    logLayout->setContentsMargins(0, 0, 0, 0);
+    logLayout->addWidget(log_);
+    logDetails_ = new QCheckBox(QStringLiteral("Show details (host calls)"));
+    logDetails_->setObjectName("logDetails");
+    logLayout->addWidget(logDetails_);
+    connect(logDetails_, &QCheckBox::toggled, this, [this] { RefreshLog(); });
+    panes_->addTab(logTab, QStringLiteral("Log"));
     auto* splitter = new QSplitter(Qt::Vertical);
     splitter->addWidget(tree_);
     splitter->addWidget(panes_);
@@ -218,18 +229,21 @@ void MainWindow::addFileActions(QMenu* menu)
     const auto t = [this](const char* english) { return localizer_.Translate(QString::fromLatin1(english)); };
     // An action that asks for a file first, and does nothing when none is chosen.
     // Templates are offered from the host's template folder, when it has one.
-    const auto withFile = [this](QString filter, bool (MainWindow::*action)(const QString&)) {
+    // The filter is translated when the dialog opens, in the language chosen then.
+    const auto withFile = [this](const char* filter, bool (MainWindow::*action)(const QString&)) {
         return [this, filter, action] {
             const QString templates = QDir(host_.App().installFolder).filePath(QStringLiteral("templates"));
-            const QString start = filter == TemplateFilter() && QFileInfo(templates).isDir() ? templates : QString();
-            const QString path = QFileDialog::getOpenFileName(this, QString(), start, filter);
+            const bool template_ = filter == kTemplateFilter;
+            const QString start = template_ && QFileInfo(templates).isDir() ? templates : QString();
+            const QString path = QFileDialog::getOpenFileName(this, QString(), start,
+                                                              localizer_.Translate(QString::fromLatin1(filter)));
             if (!path.isEmpty())
                 (this->*action)(path);
         };
     };
-    menu->addAction(t("Open..."), this, withFile(DocumentFilter(), &MainWindow::OpenDocument));
-    menu->addAction(t("New from Template..."), this, withFile(TemplateFilter(), &MainWindow::NewDocument));
-    menu->addAction(t("Open Template..."), this, withFile(TemplateFilter(), &MainWindow::OpenTemplate));
+    menu->addAction(t("Open..."), this, withFile(kDocumentFilter, &MainWindow::OpenDocument));
+    menu->addAction(t("New from Template..."), this, withFile(kTemplateFilter, &MainWindow::NewDocument));
+    menu->addAction(t("Open Template..."), this, withFile(kTemplateFilter, &MainWindow::OpenTemplate));
     menu->addSeparator();
     const bool open = host_.ActiveDocument() != nullptr;
     QAction* save = menu->addAction(t("Save"), this, [this] {
@@ -260,9 +274,10 @@ void MainWindow::addViewActions(QMenu* menu)
 
     QMenu* languages = menu->addMenu(localizer_.Translate("Language"));
     auto* group = new QActionGroup(languages);
-    for (const auto& language : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "German"}}) {
+    // Each language by its own name, so that a user finds their own in any language.
+    for (const auto& language : {std::pair{QtLocalizer::kEnglish, "English"}, std::pair{QtLocalizer::kGerman, "Deutsch"}}) {
         const int code = language.first;
-        QAction* action = languages->addAction(localizer_.Translate(language.second));
+        QAction* action = languages->addAction(QString::fromUtf8(language.second));
         action->setCheckable(true);
         action->setChecked(Language() == code);
         group->addAction(action);
@@ -400,8 +415,10 @@ void MainWindow::RefreshLog()
         lines << QStringLiteral("%1 failed: %2%3")
                      .arg(failed.callback, failed.operation.isEmpty() ? QString() : failed.operation + ": ",
                           failed.description);
+    // The host's own notes ("Feldra.…") always; the add-ins' calls of the host with the details.
     for (const auto& request : host_.Log().Requests())
-        lines << QStringLiteral("%1(%2)").arg(request.operation, request.arguments.join(", "));
+        if (logDetails_->isChecked() || request.operation.startsWith(QLatin1String("Feldra.")))
+            lines << QStringLiteral("%1(%2)").arg(request.operation, request.arguments.join(", "));
     log_->setPlainText(lines.join('\n'));
 }
 
@@ -452,7 +469,10 @@ void MainWindow::retranslate()
     for (int i = 0; i < panes_->count(); ++i)
         panes_->setTabText(i, localizer_.Translate(QStringList{"Simulation", "NC Code", "Log"}.value(i)));
     simulation_->Retranslate(localizer_);
+    logDetails_->setText(localizer_.Translate("Show details (host calls)"));
     localizer_.TranslateForm(help_);
+    if (ncCancelled_)
+        nc_->setPlainText(localizer_.Translate("NC code generation was cancelled."));
     RefreshAll();
 }
 
@@ -486,7 +506,7 @@ QString MainWindow::askSavePath()
     if (!messageBox_)
         throw host::HostError(QStringLiteral("Feldra.Save"),
                               QStringLiteral("The document has no file name yet: save it under a name first."));
-    QString path = QFileDialog::getSaveFileName(this, localizer_.Translate("Save As"), QString(), DocumentFilter());
+    QString path = QFileDialog::getSaveFileName(this, localizer_.Translate("Save As"), QString(), localizer_.Translate(kDocumentFilter));
     if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
         path += QStringLiteral(".fdoc");
     return path;
@@ -617,6 +637,7 @@ void MainWindow::ShowSimulation(const QList<SimulatedOperation>& operations)
 
 void MainWindow::ShowNcListing(const QString& listing)
 {
+    ncCancelled_ = false;
     nc_->setPlainText(listing);
     panes_->setCurrentWidget(nc_);
 }
@@ -626,6 +647,7 @@ void MainWindow::GenerateNcCode()
     attempt([&] {
         const std::optional<QString> listing = feldra::GenerateNcCode(host_);
         ShowNcListing(listing ? *listing : localizer_.Translate("NC code generation was cancelled."));
+        ncCancelled_ = !listing; // the pane's text follows the language
     });
 }
 

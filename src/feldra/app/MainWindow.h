@@ -9,6 +9,7 @@
 #include <memory>
 
 class QMenu;
+class QCheckBox;
 class QPlainTextEdit;
 class QTabWidget;
 class QTimer;
@@ -140,7 +141,9 @@ private:
     QTabWidget* panes_;
     SimulationPane* simulation_;
     QPlainTextEdit* nc_;
+    bool ncCancelled_ = false; // the NC pane shows that generation was cancelled
     QPlainTextEdit* log_;
+    QCheckBox* logDetails_ = nullptr;
     HelpViewer* help_;
     MaskingPanel* masks_;
     QTimer* stateUpdate_;
