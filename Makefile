@@ -4,7 +4,7 @@ PRESET ?= $(if $(CI),ci,default)
 JOBS   ?= $(shell nproc)
 FUZZ_SECONDS ?= 600
 
-.PHONY: all deps configure build test run package bench fuzz clean
+.PHONY: all deps configure build test sanitize run package bench fuzz clean
 
 all: build
 
@@ -19,6 +19,13 @@ build: configure
 
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
+
+# The whole suite again, built with clang under the address and
+# undefined-behaviour sanitizers (the installed-package test left out).
+sanitize: deps
+	@cmake --preset sanitize > /dev/null
+	@cmake --build --preset sanitize -j $(JOBS)
+	@ctest --preset sanitize -j $(JOBS)
 
 FELDRA = build/$(PRESET)/src/feldra/app/feldra
 EXAMPLE = examples/L5-part.fdoc
