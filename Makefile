@@ -53,6 +53,7 @@ fuzz: deps
 	@cmake --build --preset fuzz -j $(JOBS)
 	@for f in build/fuzz/fuzz/*_fuzz; do echo "== $$f ($(FUZZ_SECONDS) s)"; \
 	  mkdir -p build/fuzz/corpus/$$(basename $$f); \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/sanitizer/lsan.supp:print_suppressions=0 \
 	  $$f -max_total_time=$(FUZZ_SECONDS) -max_len=10000 build/fuzz/corpus/$$(basename $$f) fuzz/corpus/$$(basename $$f) || exit 1; done
 
 clean:
