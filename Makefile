@@ -4,7 +4,7 @@ PRESET ?= $(if $(CI),ci,default)
 JOBS   ?= $(shell nproc)
 FUZZ_SECONDS ?= 600
 
-.PHONY: all deps configure build test run package bench fuzz clean
+.PHONY: all deps configure build test sanitize run package bench fuzz clean
 
 all: build
 
@@ -19,6 +19,13 @@ build: configure
 
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
+
+# The whole suite again, built with clang under the address and
+# undefined-behaviour sanitizers (the installed-package test left out).
+sanitize: deps
+	@cmake --preset sanitize > /dev/null
+	@cmake --build --preset sanitize -j $(JOBS)
+	@ctest --preset sanitize -j $(JOBS)
 
 FELDRA = build/$(PRESET)/src/feldra/app/feldra
 EXAMPLE = examples/L5-part.fdoc
@@ -46,6 +53,7 @@ fuzz: deps
 	@cmake --build --preset fuzz -j $(JOBS)
 	@for f in build/fuzz/fuzz/*_fuzz; do echo "== $$f ($(FUZZ_SECONDS) s)"; \
 	  mkdir -p build/fuzz/corpus/$$(basename $$f); \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/sanitizer/lsan.supp:print_suppressions=0 \
 	  $$f -max_total_time=$(FUZZ_SECONDS) -max_len=10000 build/fuzz/corpus/$$(basename $$f) fuzz/corpus/$$(basename $$f) || exit 1; done
 
 clean:

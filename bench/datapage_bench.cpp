@@ -18,6 +18,8 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+
 namespace {
 
 // The Feldra host with an example part open and the Data Page loaded, its
@@ -92,9 +94,29 @@ void BM_InitOpFourHeads(benchmark::State& state)
 }
 BENCHMARK(BM_InitOpFourHeads)->Unit(benchmark::kMillisecond);
 
+// The part's operations repeated `copies` times, each copy with ids and keys of its own.
+void RepeatOperations(feldra::DocumentData& data, int copies)
+{
+    const auto operations = data.operations;
+    int id = 0;
+    for (const auto& op : operations)
+        id = std::max(id, op->id);
+    for (int copy = 1; copy < copies; ++copy)
+        for (const auto& op : operations) {
+            auto repeated = std::make_shared<feldra::OperationData>(*op);
+            repeated->technology = std::make_shared<feldra::TechnologyData>(*op->technology);
+            repeated->id = ++id;
+            repeated->key = QStringLiteral("%1-%2").arg(op->key).arg(copy);
+            data.operations.append(repeated);
+        }
+}
+
+// OK on the L5 example part, and on the part with its operations 10 and 100 times over.
 void BM_OK(benchmark::State& state)
 {
     DataPageBench bench(QStringLiteral("L5-part.fdoc"));
+    RepeatOperations(bench.document->data, int(state.range(0)));
+    state.counters["operations"] = double(bench.document->data.operations.size());
     const feldra::DocumentData original = bench.document->data;
     for (auto _ : state) {
         state.PauseTiming();
@@ -105,6 +127,6 @@ void BM_OK(benchmark::State& state)
         bench.form->cmdOK_Click();
     }
 }
-BENCHMARK(BM_OK)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_OK)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -1,11 +1,14 @@
 // Load and save of a large document: 1,000 tools and 2,000 operations, each
 // operation with a technology of a dozen parameters, a geometry entry and a
-// custom property, 1,000 features and 500 synchronisations. The file
+// custom property, 1,000 features and 500 synchronisations; and of documents
+// 10 and 100 times as large (the argument). The file
 // benchmarks include reading or the atomic write; the text ones are the JSON
 // work alone.
 #include "feldra/DocumentFile.h"
 
 #include <QTemporaryDir>
+
+#include <map>
 
 #include <benchmark/benchmark.h>
 
@@ -13,10 +16,11 @@ using namespace feldra;
 
 namespace {
 
-DocumentData largeDocument()
+DocumentData largeDocument(int scale)
 {
     DocumentData document;
-    for (int i = 1; i <= 1000; ++i) {
+    const int tools = 1000 * scale;
+    for (int i = 1; i <= tools; ++i) {
         auto tool = std::make_shared<ToolData>();
         tool->number = i;
         tool->toolId = QStringLiteral("T%1").arg(i);
@@ -29,23 +33,23 @@ DocumentData largeDocument()
         tool->parameters[QStringLiteral("121")].value = double(i);
         document.tools.append(tool);
     }
-    for (int i = 1; i <= 1000; ++i) {
+    for (int i = 1; i <= tools; ++i) {
         auto feature = std::make_shared<FeatureData>();
         feature->key = QStringLiteral("F%1").arg(i);
         feature->layer = QStringLiteral("Geometry");
         feature->elements = {{0, 0, 0}, {5, 0, -i * 0.1}, {8, 0, -i * 0.2}, {8, 0, -40}};
         document.features.append(feature);
     }
-    for (int i = 1; i <= 2000; ++i) {
+    for (int i = 1; i <= 2 * tools; ++i) {
         auto op = std::make_shared<OperationData>();
         op->id = i;
         op->key = QStringLiteral("OP%1").arg(i);
         op->name = QStringLiteral("Operation %1").arg(i);
-        op->featureKey = QStringLiteral("F%1").arg(1 + i % 1000);
+        op->featureKey = QStringLiteral("F%1").arg(1 + i % tools);
         op->technology->type = i % 7 == 0 ? 154 : 145;
         Parameters& p = op->technology->parameters;
-        p[QStringLiteral("ToolID")].value = QStringLiteral("T%1").arg(1 + i % 1000);
-        p[QStringLiteral("498")].value = QStringLiteral("T%1").arg(1 + i % 1000);
+        p[QStringLiteral("ToolID")].value = QStringLiteral("T%1").arg(1 + i % tools);
+        p[QStringLiteral("498")].value = QStringLiteral("T%1").arg(1 + i % tools);
         p[QStringLiteral("HeadID")].value = 1.0 + i % 2;
         p[QStringLiteral("SpindleID")].value = 1.0 + i % 2;
         for (int n : {232, 233, 239, 497, 631, 778, 792, 793})
@@ -56,7 +60,7 @@ DocumentData largeDocument()
         *op->customProperties[0] = {QStringLiteral("Z2Position"), QStringLiteral("Z2 Position"), 5, 180.5, {}};
         document.operations.append(op);
     }
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < 500 * scale; ++i) {
         auto sync = std::make_shared<SyncData>();
         sync->typeIndex = 1 + i % 4;
         sync->nodes[0] = {3, 1 + 2 * i, 0, 2 * i, 0, {}};
@@ -66,17 +70,20 @@ DocumentData largeDocument()
     return document;
 }
 
-const DocumentData& document()
+const DocumentData& document(int scale)
 {
-    static const DocumentData large = largeDocument();
-    return large;
+    static std::map<int, DocumentData> documents;
+    auto it = documents.find(scale);
+    if (it == documents.end())
+        it = documents.emplace(scale, largeDocument(scale)).first;
+    return it->second;
 }
 
 void BM_LoadDocument(benchmark::State& state)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("large.fdoc"));
-    SaveDocument(path, document());
+    SaveDocument(path, document(int(state.range(0))));
     for (auto _ : state)
         benchmark::DoNotOptimize(LoadDocument(path));
 }
@@ -86,12 +93,12 @@ void BM_SaveDocument(benchmark::State& state)
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("large.fdoc"));
     for (auto _ : state)
-        SaveDocument(path, document());
+        SaveDocument(path, document(int(state.range(0))));
 }
 
 void BM_ReadDocumentText(benchmark::State& state)
 {
-    const QByteArray text = WriteDocument(document());
+    const QByteArray text = WriteDocument(document(int(state.range(0))));
     state.counters["bytes"] = double(text.size());
     for (auto _ : state)
         benchmark::DoNotOptimize(ReadDocument(text, QStringLiteral("large.fdoc")));
@@ -100,13 +107,13 @@ void BM_ReadDocumentText(benchmark::State& state)
 void BM_WriteDocumentText(benchmark::State& state)
 {
     for (auto _ : state)
-        benchmark::DoNotOptimize(WriteDocument(document()));
+        benchmark::DoNotOptimize(WriteDocument(document(int(state.range(0)))));
 }
 
 } // namespace
 
-BENCHMARK(BM_LoadDocument)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_SaveDocument)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ReadDocumentText)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_WriteDocumentText)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadDocument)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SaveDocument)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReadDocumentText)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WriteDocumentText)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

@@ -276,6 +276,35 @@ private slots:
         QCOMPARE(f.Text("txt814"), QString("23.094010767585"));
     }
 
+    // 819 holds the polar mode in its thousands and the parts per chuck below:
+    // each side of 100 and of 1000.
+    void partsPerChuckOnLoading_data()
+    {
+        QTest::addColumn<double>("param819");
+        QTest::addColumn<QString>("parts");
+        QTest::addColumn<int>("polarMode");
+        const struct {
+            int param819;
+            const char* parts;
+            int polarMode;
+        } rows[] = {{99, "99", 0},    {100, "100", 0}, {101, "101", 0},   {999, "999", 0},   {1000, "0", 1},
+                    {1001, "1", 1},   {1099, "99", 1}, {1100, "100", 1},  {1101, "101", 1}};
+        for (const auto& row : rows)
+            QTest::addRow("%d", row.param819) << double(row.param819) << QString(row.parts) << row.polarMode;
+    }
+    void partsPerChuckOnLoading()
+    {
+        QFETCH(double, param819);
+        QFETCH(QString, parts);
+        QFETCH(int, polarMode);
+        DataPageFixture f;
+        TagPart(f, "11");
+        SetParam(f, 819, param819);
+        f.Open();
+        QCOMPARE(f.Text("txt819"), parts);
+        QCOMPARE(f.List("CmbPolarMode").currentIndex(), polarMode);
+    }
+
     // Loading goes on past what the host refuses; that field keeps what it showed.
     void loadingGoesOnPastAFailure()
     {

@@ -237,6 +237,24 @@ private slots:
                                           << "0.0000";
         QTest::newRow("L5 mm under limit") << QList{Turn("T0", 200.5)} << "L5 16-20" << 71 << "" << "200.5000"
                                            << "0.0000";
+        // The limit, exactly and one step (0.0001 of the document's unit) either side.
+        QTest::newRow("L5 inch at limit") << QList{Turn("T0", 7.9)} << "L5 16-20" << 70 << "" << "7.9000" << "0.0000";
+        QTest::newRow("L5 inch under limit") << QList{Turn("T0", 7.8999)} << "L5 16-20" << 70 << "" << "7.8999"
+                                             << "0.0000";
+        QTest::newRow("L5 inch just over limit") << QList{Turn("T0", 7.9001)} << "L5 16-20" << 70 << "" << "7.9000"
+                                                 << "0.0000";
+        QTest::newRow("L5 mm at limit") << QList{Turn("T0", 200.66)} << "L5 16-20" << 71 << "" << "200.6600"
+                                        << "0.0000";
+        QTest::newRow("L5 mm just under limit") << QList{Turn("T0", 200.6599)} << "L5 16-20" << 71 << ""
+                                                << "200.6599" << "0.0000";
+        QTest::newRow("L5 mm just over limit") << QList{Turn("T0", 200.6601)} << "L5 16-20" << 71 << ""
+                                               << "200.6600" << "0.0000";
+        QTest::newRow("B2, a 12 setup, at limit") << QList{Turn("T0", 5.31)} << "B2 12-20" << 70 << "B2-12 bar"
+                                                  << "5.3100" << "0.0000";
+        QTest::newRow("B2, a 12 setup, just under") << QList{Turn("T0", 5.3099)} << "B2 12-20" << 70
+                                                    << "B2-12 bar" << "5.3099" << "0.0000";
+        QTest::newRow("B2, a 12 setup, just over") << QList{Turn("T0", 5.3101)} << "B2 12-20" << 70
+                                                   << "B2-12 bar" << "5.3100" << "0.0000";
         QTest::newRow("A20 unbounded") << QList{Turn("T0", 1500)} << "A20" << 70 << "" << "1,500.0000" << "0.0000";
         QTest::newRow("nothing qualifies") << QList{Op{100, "T1", 50}, Suppressed(Turn("T0", 50))} << "A20" << 70
                                            << "" << "0.0000" << "0.0000";
@@ -259,6 +277,15 @@ private slots:
                                                       << "40.0000" << "16.0000";
         QTest::newRow("shorter cut-off after turning") << QList{Turn("T0", 40), cut.first()} << "A20" << 70 << ""
                                                        << "40.0000" << "0.0000";
+        // The back-work position is the cut-off's only when the cut-off is
+        // strictly longer than every machining before it: a tie keeps the turning.
+        const QMap<QString, QVariant> approach1{{"239", 0}, {"233", 1}};
+        QTest::newRow("B2, cut-off ties turning") << QList{Turn("T0", 7), CutOff("T1", -3.5, approach1)}
+                                                  << "B2 12-20" << 70 << "B2-20 bar" << "7.0000" << "0.0000";
+        QTest::newRow("B2, cut-off a step longer") << QList{Turn("T0", 7), CutOff("T1", -3.5001, approach1)}
+                                                   << "B2 12-20" << 70 << "B2-20 bar" << "7.0001" << "7.0001";
+        QTest::newRow("B2, cut-off a step shorter") << QList{Turn("T0", 7), CutOff("T1", -3.4999, approach1)}
+                                                    << "B2 12-20" << 70 << "B2-20 bar" << "7.0000" << "0.0000";
         QTest::newRow("793 not 1 for turning") << QList{Spindle(Turn("T0", 40), 2)} << "A20" << 70 << ""
                                                << "0.0000" << "0.0000";
     }
