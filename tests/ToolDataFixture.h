@@ -6,9 +6,11 @@
 #include "feldra/Host.h"
 #include "feldra/MessageBoxRecorder.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <memory>
 
@@ -93,3 +95,15 @@ public:
     std::shared_ptr<feldra::DocumentState> document;
     std::shared_ptr<host::Application> application;
 };
+
+// Runs an action while the next modal dialog is open.
+template <class Dialog, class Act>
+void whenModal(Act act)
+{
+    QTimer::singleShot(0, [act] {
+        auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            qFatal("the expected dialog is not open");
+        act(*dialog);
+    });
+}

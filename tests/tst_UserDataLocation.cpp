@@ -63,17 +63,6 @@ private:
     QFileDevice::Permissions before_;
 };
 
-template <class Dialog, class Act>
-void whenModal(Act act)
-{
-    QTimer::singleShot(0, [act] {
-        auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            qFatal("the expected dialog is not open");
-        act(*dialog);
-    });
-}
-
 void setText(QWidget& form, const char* name, const QString& value)
 {
     auto* field = form.findChild<QLineEdit*>(QString::fromLatin1(name));

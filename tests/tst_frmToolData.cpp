@@ -84,18 +84,6 @@ void setTovricVersion(int value)
     registry.setValue(value);
 }
 
-// Runs an action while the next modal dialog is open.
-template <class Dialog, class Act>
-void whenModal(Act act)
-{
-    QTimer::singleShot(0, [act] {
-        auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            qFatal("the expected dialog is not open");
-        act(*dialog);
-    });
-}
-
 } // namespace
 
 class tst_frmToolData : public QObject {

@@ -224,6 +224,25 @@ constexpr BackSpindleText kBackSpindleTexts[] = {
     {"Standard", 0}, {"Support", 1}, {"With Support", 2}, {"With Basket", 1}, {"Yes", 1}, {"No", 2}, {"Catch", 3},
 };
 
+// The caption a model gives a slot: the reset's, unless the model's numbering
+// or its own captions replace it (the model's own last).
+Caption CaptionOf(const QString& model, const char* input)
+{
+    const DataPageField& field = DataPageFieldOf(QLatin1String(input));
+    Caption shown{input, field.parameter, field.caption};
+    auto take = [&](const Caption& caption) {
+        if (qstrcmp(caption.input, input) == 0)
+            shown = caption;
+    };
+    for (const ModelCaptions& captions : kCaptions) {
+        if (!Names(captions.models, model))
+            continue;
+        std::for_each(captions.numbering.begin(), captions.numbering.end(), take);
+        std::for_each(captions.own.begin(), captions.own.end(), take);
+    }
+    return shown;
+}
+
 // Applies the layout to one slot, through the form's controls.
 class Layout {
 public:
@@ -237,14 +256,8 @@ public:
 
     void ApplyCaptions()
     {
-        for (const ModelCaptions& captions : kCaptions) {
-            if (!Names(captions.models, model_))
-                continue;
-            for (const Caption& caption : captions.numbering)
-                SetCaption(caption);
-            for (const Caption& caption : captions.own)
-                SetCaption(caption);
-        }
+        for (const Slot& slot : kSlots)
+            SetCaption(CaptionOf(model_, slot.input));
     }
 
     void ApplyRow(const ModelRow& row)
@@ -463,27 +476,6 @@ List BackSpindleListOf(const QString& model)
 {
     const ModelRow* row = RowOf(model);
     return row && row->s893.state == State::List ? row->s893.list : List::BackB;
-}
-
-// The caption a model gives a slot: the reset's, unless the model's numbering
-// or its own captions replace it (the last one found counts, as on the form).
-Caption CaptionOf(const QString& model, const char* input)
-{
-    const DataPageField& field = DataPageFieldOf(QLatin1String(input));
-    Caption shown{input, field.parameter, field.caption};
-    if (!RowOf(model))
-        return shown;
-    auto take = [&](const Caption& caption) {
-        if (qstrcmp(caption.input, input) == 0)
-            shown = caption;
-    };
-    for (const ModelCaptions& captions : kCaptions) {
-        if (!Names(captions.models, model))
-            continue;
-        std::for_each(captions.numbering.begin(), captions.numbering.end(), take);
-        std::for_each(captions.own.begin(), captions.own.end(), take);
-    }
-    return shown;
 }
 
 } // namespace
