@@ -291,6 +291,17 @@ function dataPageRounds() {
 
 const before = ncListing('L5-part.before.nc.txt');
 
+// Edit > Undo takes the last step back, Edit > Redo replays it.
+function undoAndRedo() {
+    const step = feldra.undoText();
+    const synced = feldra.get('Syncs.Count');
+    feldra.undo();
+    const undone = feldra.get('Syncs.Count');
+    feldra.redo();
+    print(`  Undo ${step}: ${synced} synchronisations -> ${undone}; Redo ${feldra.undoText()}: ` +
+          `${feldra.get('Syncs.Count')} again`);
+}
+
 // ---- the add-in's commands, as a user runs them
 const commands = feldra.commands();
 if (commands.length === 0)
@@ -305,6 +316,8 @@ for (const command of commands) {
     print(`Command "${name}": run`);
     if (command.id === 2)
         tourDataPage(dataPage());
+    if (name === 'Auto Sync')
+        undoAndRedo();
 }
 
 // The Data Page in German: the add-in follows the host's language at once.

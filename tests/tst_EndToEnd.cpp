@@ -217,6 +217,24 @@ private slots:
         QCOMPARE(types, (QStringList{"G810", "G811", "G820", "G821"}));
     }
 
+    // Each command undone gives back the part as it was before it, byte for
+    // byte; redone, the part as the command left it. The macro runs them all
+    // and checks Undo's and Redo's titles and the modified marker.
+    void undoAndRedoEveryCommand()
+    {
+        QVERIFY(RunMacro(QStringLiteral("undo.js"), QString()));
+        for (const char* step : {"tooldata", "autosync", "datapage-ok", "datapage-load", "newdocument"}) {
+            const auto file = [&](const char* state) {
+                return ReadText(QStringLiteral("%1/%2-%3.fdoc").arg(work_, QLatin1String(step), QLatin1String(state)));
+            };
+            const QString before = file("before");
+            const QString after = file("after");
+            QVERIFY2(!before.isEmpty() && before != after, step);
+            QVERIFY2(file("undone") == before, step);
+            QVERIFY2(file("redone") == after, step);
+        }
+    }
+
     // The Data Page round: a new part from the template, OK, the next new
     // part, the saved part reopened.
     void dataPageRound()

@@ -40,6 +40,7 @@
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <QUndoView>
 #include <QtTest>
 
 #include <csignal>
@@ -58,6 +59,8 @@ private slots:
     void languageSwitchReconnectsTheAddIn();
     void textsShownBeforeTheSwitchFollowIt();
     void logKeepsHostCallsBehindDetails();
+    void editMenuUndoesAndRedoesTheLastCommand();
+    void undoWaitsForAModalDialog();
     void changesAreMarkedAndAskedFor_data();
     void changesAreMarkedAndAskedFor();
     void savePromptHasQtsOwnButtonsInGerman();
@@ -152,7 +155,8 @@ void tst_MainWindow::toolbarShowsAddInControlsWhereTheAddInPutThem()
     const QList<QAction*> lathe = window.CommandBarToolBar(23)->actions();
     QCOMPARE(Texts(lathe), (QStringList{"Turret Setup", "Simulate", "Ask", "Never", "Generate NC Code", "Panel"}));
     QCOMPARE(Action(lathe, "Ask")->toolTip(), QStringLiteral("Asks for a value"));
-    QCOMPARE(Texts(window.CommandBarToolBar(2)->actions()), (QStringList{"Cut", "Copy", "Paste"}));
+    QCOMPARE(Texts(window.CommandBarToolBar(2)->actions()), (QStringList{"Undo", "Redo", "|", "Cut", "Copy", "Paste"}));
+    QCOMPARE(Texts(Menu(window, "Edit")->actions()), (QStringList{"Undo", "Redo"}));
     QMenu* help = Menu(window, "Help");
     QVERIFY(help);
     // The menus hold what runs: no host entry without a function, no empty menu.
@@ -163,7 +167,7 @@ void tst_MainWindow::toolbarShowsAddInControlsWhereTheAddInPutThem()
         shown << menu->text();
         QVERIFY2(!menu->menu()->actions().isEmpty(), qPrintable(menu->text()));
     }
-    QCOMPARE(shown, (QStringList{"File", "View", "Operations", "Help"}));
+    QCOMPARE(shown, (QStringList{"File", "Edit", "View", "Operations", "Help"}));
 }
 
 void tst_MainWindow::controlsFollowTheAddInsStateAndVisibility()
@@ -411,6 +415,80 @@ void tst_MainWindow::changesAreMarkedAndAskedFor()
     } else if (action != "quit") {
         QVERIFY(!host.Documents().contains(first)); // one document at a time
     }
+}
+
+// Edit > Undo names the command it takes back, brings the part back and
+// clears the title's marker; Redo (Ctrl+Y) replays it; the History pane lists
+// the steps.
+void tst_MainWindow::editMenuUndoesAndRedoesTheLastCommand()
+{
+    QTemporaryDir dir;
+    const QString part = CopyOfExample(dir);
+    feldra::Host host;
+    TestAddIn addIn(host);
+    feldra::MainWindow window(host);
+    window.show();
+    QVERIFY(window.OpenDocument(part));
+    const QString name = host.ActiveDocument()->data.machineSetup.programName;
+    QAction* undo = Action(Menu(window, "Edit")->actions(), "Undo");
+    QAction* redo = Action(Menu(window, "Edit")->actions(), "Redo");
+    QVERIFY(undo && redo && !undo->isEnabled() && !redo->isEnabled());
+
+    host.Services().pickAnswers = {QStringLiteral("F-GROOVE")};
+    Action(Menu(window, "Help")->actions(), "Pick")->trigger();
+    const QString picked = host.ActiveDocument()->data.machineSetup.programName;
+    QVERIFY(picked != name);
+    QVERIFY(window.isWindowModified());
+    QCOMPARE(undo->text(), QStringLiteral("Undo Pick"));
+    QVERIFY(undo->isEnabled());
+    QCOMPARE(window.findChild<QUndoView*>("historyPane")->model()->rowCount(), 2); // "As opened" and the step
+
+    window.SendKeys(QStringLiteral("^z"));
+    QCOMPARE(host.ActiveDocument()->data.machineSetup.programName, name);
+    QVERIFY(!window.isWindowModified());
+    QCOMPARE(undo->text(), QStringLiteral("Undo"));
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(redo->text(), QStringLiteral("Redo Pick"));
+
+    window.SendKeys(QStringLiteral("^y"));
+    QCOMPARE(host.ActiveDocument()->data.machineSetup.programName, picked);
+    QVERIFY(window.isWindowModified());
+
+    window.SetLanguage(feldra::QtLocalizer::kGerman);
+    QCOMPARE(undo->text(), QStringLiteral("Rückgängig: Pick"));
+    window.SetLanguage(feldra::QtLocalizer::kEnglish);
+}
+
+// While an add-in's modal dialog is open Undo is disabled and refused.
+void tst_MainWindow::undoWaitsForAModalDialog()
+{
+    QTemporaryDir dir;
+    const QString part = CopyOfExample(dir);
+    feldra::Host host;
+    TestAddIn addIn(host);
+    feldra::MainWindow window(host);
+    window.show();
+    QVERIFY(window.OpenDocument(part));
+    host.Services().pickAnswers = {QStringLiteral("F-GROOVE")};
+    Action(Menu(window, "Help")->actions(), "Pick")->trigger();
+
+    bool enabledInside = true;
+    QString refusal;
+    QTimer::singleShot(0, &window, [&] {
+        window.UpdateCommandStates();
+        enabledInside = Action(Menu(window, "Edit")->actions(), "Undo Pick")->isEnabled();
+        try {
+            host.Undo();
+        } catch (const host::HostError& error) {
+            refusal = error.Description();
+        }
+        QApplication::activeModalWidget()->close();
+    });
+    Action(window.CommandBarToolBar(23)->actions(), "Ask")->trigger();
+    QVERIFY(!enabledInside);
+    QCOMPARE(refusal, QStringLiteral("A command is running."));
+    window.UpdateCommandStates();
+    QVERIFY(Action(Menu(window, "Edit")->actions(), "Undo Pick")->isEnabled());
 }
 
 // In German the prompt's buttons, like every button and dialog of Qt, come

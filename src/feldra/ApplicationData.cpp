@@ -73,6 +73,19 @@ std::shared_ptr<MenuData> ApplicationData::Menu(int number) const
     return it == mainMenus.cend() ? nullptr : *it;
 }
 
+QString ApplicationData::CommandCaption(int handle) const
+{
+    for (const auto& bar : commandBars)
+        for (const auto& control : bar->controls)
+            if (control->commandHandle == handle)
+                return control->caption;
+    for (const auto& menu : mainMenus)
+        for (const auto& entry : menu->entries)
+            if (entry->commandHandle == handle)
+                return entry->caption;
+    return {};
+}
+
 const CommandData* ApplicationData::Command(int handle) const
 {
     auto it = std::find_if(commands.cbegin(), commands.cend(),

@@ -69,6 +69,8 @@ struct ApplicationData {
     std::shared_ptr<CommandBarData> CommandBar(int number) const;
     std::shared_ptr<MenuData> Menu(int number) const;
     const CommandData* Command(int handle) const;
+    // The caption of the first control that runs the command; empty for none.
+    QString CommandCaption(int handle) const;
 };
 
 } // namespace feldra

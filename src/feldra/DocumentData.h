@@ -13,6 +13,10 @@
 // the add-in keeps stays valid while the lists around it change. Every record
 // keeps the fields the host does not know in `extra`, so that a saved document
 // gives them back.
+//
+// Two records are equal when their own fields are: the records a list holds
+// compare by identity (the same shared record), not by their values, so that
+// a change to one record is a change of that record only.
 namespace feldra {
 
 struct Point3 {
@@ -25,12 +29,14 @@ struct Point3 {
 struct StationData {
     int number = 0; // key within the turret
     QJsonObject extra;
+    friend bool operator==(const StationData&, const StationData&) = default;
 };
 
 struct AxisLimitData {
     QString name;
     double upperLimit = 0;
     QJsonObject extra;
+    friend bool operator==(const AxisLimitData&, const AxisLimitData&) = default;
 };
 
 struct TurretData {
@@ -40,6 +46,7 @@ struct TurretData {
     QList<std::shared_ptr<StationData>> stations;
     QList<std::shared_ptr<AxisLimitData>> axisLimits;
     QJsonObject extra;
+    friend bool operator==(const TurretData&, const TurretData&) = default;
 };
 
 struct SpindleData {
@@ -47,6 +54,7 @@ struct SpindleData {
     QString name;
     double workLength = 0;
     QJsonObject extra;
+    friend bool operator==(const SpindleData&, const SpindleData&) = default;
 };
 
 struct NCHeadData {
@@ -55,11 +63,13 @@ struct NCHeadData {
     int outputUnit = 71; // 70 inches, 71 millimetres
     QString comment;
     QJsonObject extra;
+    friend bool operator==(const NCHeadData&, const NCHeadData&) = default;
 };
 
 struct SetupEntryData {
     QString name; // the synchronisation types ("G821", ...) among others
     QJsonObject extra;
+    friend bool operator==(const SetupEntryData&, const SetupEntryData&) = default;
 };
 
 struct MachineSetupData {
@@ -88,6 +98,7 @@ struct MachineSetupData {
     QList<std::shared_ptr<SpindleData>> spindles;
     QList<std::shared_ptr<NCHeadData>> heads;
     QJsonObject extra;
+    friend bool operator==(const MachineSetupData&, const MachineSetupData&) = default;
 };
 
 // ---- tools, operations and technologies --------------------------------------
@@ -96,6 +107,7 @@ struct ParameterData {
     QVariant value;
     QString caption;
     QJsonObject extra;
+    friend bool operator==(const ParameterData&, const ParameterData&) = default;
 };
 
 using Parameters = QMap<QString, ParameterData>; // by number as text ("797") or name ("ToolID")
@@ -123,6 +135,7 @@ struct ToolData {
     double length = 0;
     Parameters parameters; // "121" the length-offset number
     QJsonObject extra;
+    friend bool operator==(const ToolData&, const ToolData&) = default;
 };
 
 struct TechnologyData {
@@ -133,6 +146,7 @@ struct TechnologyData {
     int withoutTool = 0;        // type 154
     QString toolId;             // type 154
     QJsonObject extra;
+    friend bool operator==(const TechnologyData&, const TechnologyData&) = default;
 };
 
 struct CustomPropertyData {
@@ -141,6 +155,7 @@ struct CustomPropertyData {
     int type = 5; // 5 double, 8 text
     QVariant value;
     QJsonObject extra;
+    friend bool operator==(const CustomPropertyData&, const CustomPropertyData&) = default;
 };
 
 using CustomPropertyList = QList<std::shared_ptr<CustomPropertyData>>;
@@ -149,6 +164,7 @@ struct GeometryEntryData {
     int kind = 0; // 902, 903 points; 12, 13 curves holding points
     QList<Point3> points;
     QJsonObject extra;
+    friend bool operator==(const GeometryEntryData&, const GeometryEntryData&) = default;
 };
 
 struct OperationData {
@@ -161,6 +177,7 @@ struct OperationData {
     QList<GeometryEntryData> geometry;
     CustomPropertyList customProperties;
     QJsonObject extra;
+    friend bool operator==(const OperationData&, const OperationData&) = default;
 };
 
 struct FeatureData {
@@ -169,6 +186,7 @@ struct FeatureData {
     QList<Point3> elements; // the chain's points in order
     CustomPropertyList customProperties;
     QJsonObject extra;
+    friend bool operator==(const FeatureData&, const FeatureData&) = default;
 };
 
 struct SyncNodeData {
@@ -178,12 +196,14 @@ struct SyncNodeData {
     int elementIndex = 0;
     int reserved5 = 0;
     QJsonObject extra;
+    friend bool operator==(const SyncNodeData&, const SyncNodeData&) = default;
 };
 
 struct SyncData {
     int typeIndex = 0; // position among the setup entries, 0 for none
     std::array<SyncNodeData, 4> nodes;
     QJsonObject extra;
+    friend bool operator==(const SyncData&, const SyncData&) = default;
 };
 
 // ---- document furniture ------------------------------------------------------
@@ -194,11 +214,13 @@ struct WorkPlaneData {
     Point3 origin;
     int flag = 0;
     QJsonObject extra;
+    friend bool operator==(const WorkPlaneData&, const WorkPlaneData&) = default;
 };
 
 struct LayerData {
     QString name;
     QJsonObject extra;
+    friend bool operator==(const LayerData&, const LayerData&) = default;
 };
 
 // ---- simulation --------------------------------------------------------------
@@ -208,24 +230,28 @@ struct AxisData {
     bool enabled = true;
     double position = 0;
     QJsonObject extra;
+    friend bool operator==(const AxisData&, const AxisData&) = default;
 };
 
 struct AxisGroupData {
     QString name;
     QList<std::shared_ptr<AxisData>> axes;
     QJsonObject extra;
+    friend bool operator==(const AxisGroupData&, const AxisGroupData&) = default;
 };
 
 struct ComponentData {
     QString key;
     Point3 position;
     QJsonObject extra;
+    friend bool operator==(const ComponentData&, const ComponentData&) = default;
 };
 
 struct MachineModelData {
     QList<std::shared_ptr<AxisGroupData>> axisGroups;
     QList<std::shared_ptr<ComponentData>> components;
     QJsonObject extra;
+    friend bool operator==(const MachineModelData&, const MachineModelData&) = default;
 };
 
 struct StockData {
@@ -240,6 +266,7 @@ struct StockData {
     std::array<double, 12> placement{0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
     int spindle = 0; // key of the machine setup's spindle, 0 for none
     QJsonObject extra;
+    friend bool operator==(const StockData&, const StockData&) = default;
 };
 
 struct SimulationData {
@@ -247,6 +274,7 @@ struct SimulationData {
     QList<std::shared_ptr<StockData>> stocks;
     int defaultStockColour = 0xc0c0c0;
     QJsonObject extra;
+    friend bool operator==(const SimulationData&, const SimulationData&) = default;
 };
 
 // ---- the document ------------------------------------------------------------
@@ -265,6 +293,7 @@ struct DocumentData {
     QList<std::shared_ptr<LayerData>> layers;
     SimulationData simulation;
     QJsonObject extra;
+    friend bool operator==(const DocumentData&, const DocumentData&) = default;
 };
 
 } // namespace feldra

@@ -4,6 +4,7 @@
 #include "addin/host/SimulationEvents.h"
 #include "addin/host/TechnologyUtilityEvents.h"
 #include "feldra/DocumentData.h"
+#include "feldra/DocumentHistory.h"
 #include "feldra/EventSource.h"
 
 #include <QString>
@@ -18,6 +19,8 @@ struct DocumentState {
     // Changed since it was opened or last saved.
     bool modified = false;
     bool updateState = true;
+    // Every change goes through the history first (undo and redo).
+    DocumentHistory history{*this};
     EventSource<host::DocumentEvents> documentEvents;
     EventSource<host::SimulationEvents> simulationEvents;
     EventSource<host::TechnologyUtilityEvents> technologyUtilityEvents;

@@ -2,8 +2,10 @@
 
 #include "feldra/AddInLoader.h"
 #include "feldra/ApplicationViews.h"
+#include "feldra/HostActions.h"
 #include "feldra/Views.h"
 
+#include <QApplication>
 #include <stdexcept>
 
 namespace feldra {
@@ -40,14 +42,17 @@ std::shared_ptr<host::Document> Host::DocumentObject(std::shared_ptr<DocumentSta
 
 void Host::makeActive(const std::shared_ptr<DocumentState>& document)
 {
-    if (!ctx_->documents.contains(document))
+    if (!ctx_->documents.contains(document)) {
         ctx_->documents.append(document);
+        followHistory(document);
+    }
     ctx_->activeDocument = document;
 }
 
 void Host::OpenDocument(std::shared_ptr<DocumentState> document)
 {
     makeActive(document);
+    Step step(*this, QStringLiteral("Open"));
     ctx_->applicationEvents.Raise(ctx_->log, "Application.AfterDocumentOpen",
                                   [&](host::ApplicationEvents& sink) { sink.AfterDocumentOpen(document->fileName); });
 }
@@ -55,6 +60,7 @@ void Host::OpenDocument(std::shared_ptr<DocumentState> document)
 void Host::OpenNewDocument(std::shared_ptr<DocumentState> document)
 {
     makeActive(document);
+    Step step(*this, QStringLiteral("New Document"));
     ctx_->applicationEvents.Raise(ctx_->log, "Application.AfterNewDocumentOpen",
                                   [](host::ApplicationEvents& sink) { sink.AfterNewDocumentOpen(); });
 }
@@ -62,6 +68,7 @@ void Host::OpenNewDocument(std::shared_ptr<DocumentState> document)
 void Host::OpenTemplate(std::shared_ptr<DocumentState> document)
 {
     makeActive(document);
+    Step step(*this, QStringLiteral("Open Template"));
     ctx_->applicationEvents.Raise(ctx_->log, "Application.AfterTemplateOpen",
                                   [&](host::ApplicationEvents& sink) { sink.AfterTemplateOpen(document->fileName); });
 }
@@ -77,6 +84,7 @@ void Host::CloseDocument(const std::shared_ptr<DocumentState>& document)
 
 void Host::DocumentSaved(DocumentState& document)
 {
+    Step step(*this, QStringLiteral("Save"));
     document.documentEvents.Raise(ctx_->log, "Document.AfterDocumentSave",
                                   [](host::DocumentEvents& sink) { sink.AfterDocumentSave(); });
 }
@@ -88,6 +96,7 @@ void Host::SetLanguage(int languageCode)
     ctx_->app.languageCode = languageCode;
     if (addIns_->LoadedProgIds().isEmpty() || addIns_->ReconnectAll() == 0)
         return;
+    Step step(*this, QStringLiteral("Language"));
     if (const auto document = ctx_->activeDocument)
         ctx_->applicationEvents.Raise(ctx_->log, "Application.AfterDocumentOpen", [&](host::ApplicationEvents& sink) {
             sink.AfterDocumentOpen(document->fileName);
@@ -97,6 +106,7 @@ void Host::SetLanguage(int languageCode)
 bool Host::BeforeCommandRun(int nCmdId, int nAuxId)
 {
     bool bOverride = false;
+    Step step(*this, nCmdId == kGenerateNcCommand ? QStringLiteral("Generate NC Code") : QStringLiteral("Command"));
     ctx_->applicationEvents.Raise(ctx_->log, "Application.BeforeCommandRun", [&](host::ApplicationEvents& sink) {
         sink.BeforeCommandRun(nCmdId, nAuxId, bOverride);
     });
@@ -115,6 +125,7 @@ bool Host::InvokeCommand(int commandHandle)
     if (!command)
         return false;
     const CommandData call = *command; // the handler may remove the command
+    Step step(*this, QString(), commandHandle);
     ctx_->CommandEvents(call.cookie).Raise(ctx_->log, "AddInCommands.OnCommand", [&](host::AddInCommandsEvents& sink) {
         sink.OnCommand(call.cookie, call.id);
     });
@@ -145,12 +156,14 @@ std::shared_ptr<OperationData> Host::operationAt(const DocumentState& document, 
 
 void Host::SimulationBegin(DocumentState& document)
 {
+    Step step(*this, QStringLiteral("Simulate"));
     document.simulationEvents.Raise(ctx_->log, "Simulation.OnBegin",
                                     [](host::SimulationEvents& sink) { sink.OnBegin(); });
 }
 
 void Host::OperationStart(const std::shared_ptr<DocumentState>& document, int position)
 {
+    Step step(*this, QStringLiteral("Simulate"));
     auto operation = std::make_shared<OperationView>(ctx_, document, operationAt(*document, position));
     document->simulationEvents.Raise(ctx_->log, "Simulation.OnOperationStart",
                                      [&](host::SimulationEvents& sink) { sink.OnOperationStart(operation); });
@@ -158,6 +171,7 @@ void Host::OperationStart(const std::shared_ptr<DocumentState>& document, int po
 
 void Host::SimulateOperation(const std::shared_ptr<DocumentState>& document, int position)
 {
+    Step step(*this, QStringLiteral("Simulate"));
     auto operation = std::make_shared<OperationView>(ctx_, document, operationAt(*document, position));
     document->simulationEvents.Raise(ctx_->log, "Simulation.OnSimulateOperation",
                                      [&](host::SimulationEvents& sink) { sink.OnSimulateOperation(operation); });
@@ -165,6 +179,7 @@ void Host::SimulateOperation(const std::shared_ptr<DocumentState>& document, int
 
 Host::EditOutcome Host::EditTechnology(const std::shared_ptr<DocumentState>& document, int position, int editType)
 {
+    Step step(*this, QStringLiteral("Edit Technology"));
     auto technology =
         std::make_shared<TechnologyView>(ctx_, document, operationAt(*document, position)->technology);
     EditOutcome outcome;
@@ -174,6 +189,112 @@ Host::EditOutcome Host::EditTechnology(const std::shared_ptr<DocumentState>& doc
                                                             outcome.resultCode);
                                             });
     return outcome;
+}
+
+// ---- undo ------------------------------------------------------------------------
+
+Host::Step::Step(Host& host, const QString& name, int commandHandle) : host_(host)
+{
+    if (host_.stepDepth_ == 0) {
+        host_.CommitChanges();
+        host_.stepName_ = name;
+        host_.stepCommand_ = commandHandle;
+    }
+    ++host_.stepDepth_;
+}
+
+Host::Step::~Step()
+{
+    if (--host_.stepDepth_ == 0)
+        host_.CommitChanges(host_.stepName_, host_.stepCommand_);
+}
+
+void Host::CommitChanges(const QString& name, int commandHandle)
+{
+    if (stepDepth_ > 0)
+        return; // the step running records them
+    const bool named = !name.isEmpty() || commandHandle != 0;
+    const QString stepName = named ? name : stepName_;
+    const int stepCommand = named ? commandHandle : stepCommand_;
+    const auto title = [this](const QString& n, int handle) { return StepTitle(n, handle); };
+    for (const auto& document : ctx_->documents)
+        document->history.Commit(stepName, stepCommand, title);
+}
+
+QString Host::StepTitle(const QString& name, int commandHandle) const
+{
+    if (commandHandle != 0) {
+        const QString caption = ctx_->app.CommandCaption(commandHandle);
+        if (!caption.isEmpty())
+            return caption;
+    }
+    return ctx_->services.translateStep ? ctx_->services.translateStep(name) : name;
+}
+
+// The add-ins see a document brought back by undo or redo as they see one
+// being opened.
+void Host::followHistory(const std::shared_ptr<DocumentState>& document)
+{
+    document->history.Start();
+    const std::weak_ptr<HostContext> context = ctx_;
+    const std::weak_ptr<DocumentState> restored = document;
+    QObject::connect(&document->history, &DocumentHistory::Restored, &document->history, [context, restored] {
+        const auto ctx = context.lock();
+        const auto document = restored.lock();
+        if (!ctx || !document || ctx->activeDocument != document)
+            return;
+        ctx->applicationEvents.Raise(ctx->log, "Application.AfterDocumentOpen", [&](host::ApplicationEvents& sink) {
+            sink.AfterDocumentOpen(document->fileName);
+        });
+        document->history.Adopt();
+    });
+}
+
+QString Host::UndoBlocked() const
+{
+    if (!ctx_->activeDocument)
+        return QStringLiteral("No document is open.");
+    if (stepDepth_ > 0)
+        return QStringLiteral("A command is running.");
+    if (QApplication::activeModalWidget())
+        return QStringLiteral("A dialog is open.");
+    return {};
+}
+
+DocumentHistory& Host::activeHistory(const QString& operation) const
+{
+    const QString blocked = UndoBlocked();
+    if (!blocked.isEmpty())
+        throw host::HostError(operation, blocked);
+    return ctx_->activeDocument->history;
+}
+
+void Host::Undo()
+{
+    CommitChanges();
+    DocumentHistory& history = activeHistory(QStringLiteral("Feldra.Undo"));
+    if (!history.Stack().canUndo())
+        throw host::HostError(QStringLiteral("Feldra.Undo"), QStringLiteral("There is nothing to undo."));
+    history.Stack().undo();
+}
+
+void Host::Redo()
+{
+    CommitChanges();
+    DocumentHistory& history = activeHistory(QStringLiteral("Feldra.Redo"));
+    if (!history.Stack().canRedo())
+        throw host::HostError(QStringLiteral("Feldra.Redo"), QStringLiteral("There is nothing to redo."));
+    history.Stack().redo();
+}
+
+QString Host::UndoText() const
+{
+    return ctx_->activeDocument ? ctx_->activeDocument->history.Stack().undoText() : QString();
+}
+
+QString Host::RedoText() const
+{
+    return ctx_->activeDocument ? ctx_->activeDocument->history.Stack().redoText() : QString();
 }
 
 } // namespace feldra

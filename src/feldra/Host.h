@@ -76,12 +76,53 @@ public:
     };
     EditOutcome EditTechnology(const std::shared_ptr<DocumentState>& document, int position, int editType);
 
+    // ---- undo
+    // Whatever the code runs while a Step stands changes in the open documents
+    // becomes one undo step of each changed document, named after the
+    // command (an add-in command by its handle, shown by its caption); a Step
+    // inside another belongs to the outer one. Changes made before it and not
+    // yet recorded (a modeless window's OK, a macro's write) become a step of
+    // their own first.
+    class Step {
+    public:
+        Step(Host& host, const QString& name, int commandHandle = 0);
+        ~Step();
+        Step(const Step&) = delete;
+        Step& operator=(const Step&) = delete;
+
+    private:
+        Host& host_;
+    };
+    // Records the changes not yet in a step as one, named name; the last
+    // command's name when name is empty. Nothing while a Step stands: its
+    // end records them.
+    void CommitChanges(const QString& name = {}, int commandHandle = 0);
+    // The title of a step in the host's language: an add-in command's caption,
+    // or the host's name of it translated by the window (HostServices::stepTitle).
+    QString StepTitle(const QString& name, int commandHandle) const;
+    // Undo and redo on the active document. Each throws host::HostError when
+    // it cannot run: no document, nothing to undo or redo, a dialog of an
+    // add-in open or a command running. After either the add-ins see the
+    // document as opened again (AfterDocumentOpen).
+    void Undo();
+    void Redo();
+    // Why undo cannot run now; empty when it can (there being steps aside).
+    QString UndoBlocked() const;
+    // The title of the step Undo would undo; empty when there is none.
+    QString UndoText() const;
+    QString RedoText() const;
+
 private:
+    DocumentHistory& activeHistory(const QString& operation) const;
+    void followHistory(const std::shared_ptr<DocumentState>& document);
     std::shared_ptr<OperationData> operationAt(const DocumentState& document, int position) const;
     void makeActive(const std::shared_ptr<DocumentState>& document);
 
     std::shared_ptr<HostContext> ctx_;
     std::unique_ptr<AddInLoader> addIns_;
+    int stepDepth_ = 0;
+    QString stepName_ = QStringLiteral("Change");
+    int stepCommand_ = 0;
 };
 
 } // namespace feldra

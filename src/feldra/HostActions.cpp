@@ -52,9 +52,10 @@ std::shared_ptr<DocumentState> OpenTemplateFile(Host& host, const QString& path)
 
 void SaveDocumentFile(Host& host, DocumentState& document, const QString& path)
 {
+    host.CommitChanges();
     SaveDocument(path, document.data);
     document.fileName = path;
-    document.modified = false;
+    document.history.MarkSaved();
     host.DocumentSaved(document);
 }
 

@@ -37,6 +37,9 @@ struct HostServices {
     // the application installs a window of its own.
     std::shared_ptr<host::MessageBoxService> messageBox = std::make_shared<MessageBoxRecorder>();
     QWidget* mainWindow = nullptr;
+    // The title of an undo step the host names ("Simulate") in the user's
+    // language; without it the English name.
+    std::function<QString(const QString& name)> translateStep;
 };
 
 // Everything the host's facade objects share: the fault injector, the log, the

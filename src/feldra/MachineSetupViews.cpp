@@ -303,8 +303,8 @@ private:
         const auto it = setup().params.constFind(number);
         if (it != setup().params.cend() && *it == value)
             return;
-        setup().params.insert(number, value);
         touch();
+        setup().params.insert(number, value);
     }
     double param(const QString& operation, int number) const
     {

@@ -30,6 +30,7 @@ QHash<QString, Point3> ComponentPositions(const MachineModelData& model)
 QList<SimulatedOperation> SimulationRunner::Run(const std::shared_ptr<DocumentState>& document)
 {
     QList<SimulatedOperation> result;
+    const Host::Step step(host_, QStringLiteral("Simulate"));
     host_.SimulationBegin(*document);
     const MachineModelData& model = document->data.simulation.machineModel;
     for (int position = 1; position <= document->data.operations.size(); ++position) {

@@ -25,7 +25,8 @@ public:
 protected:
     void guard(const QString& operation) const { ctx_->faults.Check(operation); }
     // Passes the guard of an operation that changes the document, and marks the
-    // document modified: whatever an add-in writes is a change to save.
+    // document modified: whatever an add-in writes is a change to save. Called
+    // before the change, so that the undo history sees the document as it was.
     void change(const QString& operation) const
     {
         guard(operation);
@@ -34,7 +35,7 @@ protected:
     void touch() const
     {
         if (doc_)
-            doc_->modified = true;
+            doc_->history.BeforeChange();
     }
 
     template <class T>
@@ -57,8 +58,8 @@ protected:
     {
         if (field == value)
             return;
-        field = value;
         touch();
+        field = value;
     }
 
     [[noreturn]] static void fail(const QString& operation, const QString& description);

@@ -152,6 +152,7 @@ private:
                 continue;
             auto* opItem = add(item, RecordKey(operation.get()), QStringLiteral("%1 %2").arg(number).arg(operation->name),
                                tr("Technology") + QLatin1Char(' ') + QString::number(operation->technology->type));
+            opItem->setData(0, DocumentTree::kOperationRole, number);
             for (auto it = operation->technology->parameters.cbegin(); it != operation->technology->parameters.cend(); ++it)
                 add(opItem, it.key(), it->caption.isEmpty() ? it.key() : it.key() + QLatin1Char(' ') + it->caption,
                     ValueText(it->value));

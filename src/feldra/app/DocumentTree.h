@@ -21,6 +21,8 @@ class DocumentTree : public QTreeWidget {
 public:
     // Each item's key among its siblings; an item's path is its keys from the top.
     static constexpr int kKeyRole = Qt::UserRole;
+    // An operation's item: its position in the document, from 1.
+    static constexpr int kOperationRole = Qt::UserRole + 1;
 
     explicit DocumentTree(QWidget* parent = nullptr);
 

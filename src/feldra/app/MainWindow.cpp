@@ -27,6 +27,8 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QTranslator>
+#include <QUndoGroup>
+#include <QUndoView>
 #include <QWindow>
 
 #include <type_traits>
@@ -75,7 +77,8 @@ void TidySeparators(QMenu* menu)
 MainWindow::MainWindow(Host& host, QWidget* parent)
     : QMainWindow(parent), host_(host), tree_(new DocumentTree), panes_(new QTabWidget),
       simulation_(new SimulationPane), nc_(new QPlainTextEdit), log_(new QPlainTextEdit),
-      help_(new HelpViewer(localizer_, this)), masks_(new MaskingPanel(this)), stateUpdate_(new QTimer(this))
+      help_(new HelpViewer(localizer_, this)), masks_(new MaskingPanel(this)), stateUpdate_(new QTimer(this)),
+      undoGroup_(new QUndoGroup(this)), history_(new QUndoView), undo_(new QAction(this)), redo_(new QAction(this))
 {
     setObjectName("feldraMainWindow");
     nc_->setObjectName("ncPane");
@@ -98,6 +101,14 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
     logLayout->addWidget(logDetails_);
     connect(logDetails_, &QCheckBox::toggled, this, [this] { RefreshLog(); });
     panes_->addTab(logTab, QStringLiteral("Log"));
+    // The steps of the active document: a click goes back or forward to one.
+    history_->setObjectName("historyPane");
+    history_->setGroup(undoGroup_);
+    panes_->addTab(history_, QStringLiteral("History"));
+    connect(undoGroup_, &QUndoGroup::indexChanged, this, [this] {
+        RefreshDocumentView();
+        stateUpdate_->start();
+    });
     auto* splitter = new QSplitter(Qt::Vertical);
     splitter->addWidget(tree_);
     splitter->addWidget(panes_);
@@ -116,6 +127,19 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
     addDockWidget(Qt::RightDockWidgetArea, masks_);
     masks_->hide();
     connect(masks_, &MaskingPanel::MaskChanged, this, &MainWindow::RefreshDocumentView);
+    undo_->setObjectName("undoAction");
+    redo_->setObjectName("redoAction");
+    undo_->setShortcut(QKeySequence::Undo);
+    redo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(undo_, &QAction::triggered, this, &MainWindow::Undo);
+    connect(redo_, &QAction::triggered, this, &MainWindow::Redo);
+    // A double click on an operation edits its technology: the add-ins answer
+    // (the parameters' captions under it change).
+    connect(tree_, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
+        const QVariant position = item->data(0, DocumentTree::kOperationRole);
+        if (position.isValid())
+            attempt([&] { EditTechnology(position.toInt()); });
+    });
     resize(kDefaultSize);
 
     // Command states are asked again once control is back in the event loop
@@ -135,6 +159,7 @@ MainWindow::MainWindow(Host& host, QWidget* parent)
         help_->ShowTopic(file, topic);
         localizer_.TranslateForm(help_);
     };
+    services.translateStep = [this](const QString& name) { return localizer_.Translate(name); };
     services.createLocalizer = [this]() -> std::shared_ptr<host::Localizer> {
         auto localizer = std::make_shared<QtLocalizer>();
         localizer->setLanguageCode(host_.App().languageCode);
@@ -157,6 +182,7 @@ MainWindow::~MainWindow()
     services.refreshCommandBars = nullptr;
     services.showHelpTopic = nullptr;
     services.createLocalizer = nullptr;
+    services.translateStep = nullptr;
     services.pickObject = nullptr;
 }
 
@@ -175,8 +201,15 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     const QEvent::Type type = event->type();
     if ((type == QEvent::Show || type == QEvent::Hide || type == QEvent::Close) && watched != this
-        && IsFormWindow(watched))
+        && IsFormWindow(watched)) {
+        // What a window of an add-in wrote while it was open, and what it
+        // writes as it goes (a modeless window's OK), are steps named after it.
+        if (type != QEvent::Show) {
+            pendingStepName_ = static_cast<QWidget*>(watched)->windowTitle();
+            host_.CommitChanges(pendingStepName_);
+        }
         stateUpdate_->start();
+    }
     return false;
 }
 
@@ -219,7 +252,12 @@ void MainWindow::fillToolBar(QToolBar* bar, int number)
     const QList<QAction*> old = bar->actions();
     bar->clear();
     for (QAction* action : old)
-        action->deleteLater();
+        if (action != undo_ && action != redo_)
+            action->deleteLater();
+    if (number == 2) { // the Edit bar starts with the window's Undo and Redo
+        bar->addActions({undo_, redo_});
+        bar->addSeparator();
+    }
     for (const auto& control : host_.App().CommandBar(number)->controls)
         bar->addAction(controlAction(*control, bar));
 }
@@ -294,7 +332,7 @@ void MainWindow::SendKeys(const QString& keys)
     const QString written = keys.startsWith(QLatin1Char('^')) ? QStringLiteral("Ctrl+") + keys.mid(1).toUpper() : keys;
     const QKeySequence sequence(written);
     for (QAction* action : findChildren<QAction*>())
-        if (action->shortcut() == sequence && action->isEnabled()) {
+        if (action->shortcuts().contains(sequence) && action->isEnabled()) {
             action->trigger();
             return;
         }
@@ -312,7 +350,7 @@ void MainWindow::addOperationActions(QMenu* menu)
 }
 
 // The host's popups with the add-ins' entries; File carries the document
-// actions, View the masking panel and the language, Operations the
+// actions, Edit Undo and Redo, View the masking panel and the language, Operations the
 // simulation and NC code. Entries of host functions this host lacks are left
 // out, and a popup left empty is not shown.
 void MainWindow::buildMenus()
@@ -325,6 +363,8 @@ void MainWindow::buildMenus()
         auto* menu = new QMenu(localizer_.Translate(data->caption), menuBar());
         if (data->number == 1)
             addFileActions(menu);
+        if (data->number == 2)
+            menu->addActions({undo_, redo_});
         if (data->number == 3)
             addViewActions(menu);
         if (data->number == 6)
@@ -350,8 +390,16 @@ void MainWindow::RefreshCommandBars()
     buildMenus();
 }
 
+void MainWindow::CommitChanges(const QString& name)
+{
+    host_.CommitChanges(pendingStepName_.isEmpty() ? name : pendingStepName_);
+    pendingStepName_.clear();
+}
+
 void MainWindow::UpdateCommandStates()
 {
+    CommitChanges();
+    updateUndoActions();
     QList<QAction*> actions;
     for (QToolBar* bar : std::as_const(toolBars_))
         actions += bar->actions();
@@ -387,6 +435,23 @@ bool MainWindow::hostCommandEnabled(const QString& caption) const
     return !onDocument || host_.ActiveDocument() != nullptr;
 }
 
+// Undo and Redo name the step they would take back or replay, and are
+// enabled only when there is one and nothing holds the document (a dialog).
+void MainWindow::updateUndoActions()
+{
+    const auto& document = host_.ActiveDocument();
+    const bool free = host_.UndoBlocked().isEmpty();
+    const auto show = [this](QAction* action, const char* caption, const QString& step, bool can) {
+        const QString english = QString::fromLatin1(caption);
+        action->setText(step.isEmpty() ? localizer_.Translate(english)
+                                       : localizer_.Translate(english + QStringLiteral(" %1")).arg(step));
+        action->setToolTip(action->text());
+        action->setEnabled(can);
+    };
+    show(undo_, "Undo", host_.UndoText(), free && document->history.Stack().canUndo());
+    show(redo_, "Redo", host_.RedoText(), free && document->history.Stack().canRedo());
+}
+
 // ---- views --------------------------------------------------------------------
 
 QString MainWindow::documentName(const DocumentState& document) const
@@ -406,6 +471,16 @@ void MainWindow::RefreshDocumentView()
     // "[*]" is where the window shows that the document has changes.
     setWindowTitle(document ? documentName(*document) + QStringLiteral("[*] - Feldra") : QStringLiteral("Feldra"));
     setWindowModified(document && document->modified);
+    showHistoryOf(document.get());
+}
+
+void MainWindow::showHistoryOf(DocumentState* document)
+{
+    QUndoStack* stack = document ? &document->history.Stack() : nullptr;
+    if (stack && !undoGroup_->stacks().contains(stack))
+        undoGroup_->addStack(stack);
+    if (undoGroup_->activeStack() != stack)
+        undoGroup_->setActiveStack(stack);
 }
 
 void MainWindow::RefreshLog()
@@ -424,6 +499,7 @@ void MainWindow::RefreshLog()
 
 void MainWindow::RefreshAll()
 {
+    updateUndoActions();
     RefreshCommandBars();
     RefreshDocumentView();
     RefreshLog();
@@ -467,7 +543,11 @@ void MainWindow::installQtCatalogue(int languageCode)
 void MainWindow::retranslate()
 {
     for (int i = 0; i < panes_->count(); ++i)
-        panes_->setTabText(i, localizer_.Translate(QStringList{"Simulation", "NC Code", "Log"}.value(i)));
+        panes_->setTabText(i, localizer_.Translate(QStringList{"Simulation", "NC Code", "Log", "History"}.value(i)));
+    history_->setEmptyLabel(localizer_.Translate("As opened"));
+    const auto title = [this](const QString& name, int handle) { return host_.StepTitle(name, handle); };
+    for (const auto& document : host_.Documents())
+        document->history.Retitle(title);
     simulation_->Retranslate(localizer_);
     logDetails_->setText(localizer_.Translate("Show details (host calls)"));
     localizer_.TranslateForm(help_);
@@ -616,6 +696,33 @@ bool MainWindow::CloseDocument()
 void MainWindow::InvokeCommand(int commandHandle)
 {
     attempt([&] { host_.InvokeCommand(commandHandle); });
+}
+
+void MainWindow::Undo()
+{
+    attempt([&] {
+        CommitChanges();
+        host_.Undo();
+    });
+}
+
+void MainWindow::Redo()
+{
+    attempt([&] {
+        CommitChanges();
+        host_.Redo();
+    });
+}
+
+Host::EditOutcome MainWindow::EditTechnology(int position, int editType)
+{
+    const auto document = host_.ActiveDocument();
+    if (!document || position < 1 || position > document->data.operations.size())
+        throw host::HostError(QStringLiteral("Feldra.EditTechnology"),
+                              QStringLiteral("There is no operation at position %1.").arg(position));
+    const Host::EditOutcome outcome = host_.EditTechnology(document, position, editType);
+    RefreshAll();
+    return outcome;
 }
 
 QList<SimulatedOperation> MainWindow::RunSimulation()

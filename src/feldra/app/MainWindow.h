@@ -1,5 +1,6 @@
 #pragma once
 
+#include "feldra/Host.h"
 #include "feldra/HostActions.h"
 #include "feldra/QtLocalizer.h"
 #include "feldra/SimulationRunner.h"
@@ -15,6 +16,8 @@ class QTabWidget;
 class QTimer;
 class QToolBar;
 class QTranslator;
+class QUndoGroup;
+class QUndoView;
 
 namespace host {
 class MessageBoxService;
@@ -64,6 +67,10 @@ public:
     // an event, a document opened or closed, a window of an add-in shown,
     // hidden or closed, another window getting the focus).
     void UpdateCommandStates();
+    // Records the changes not yet in an undo step as one: named after the
+    // add-in window that last closed, if one did since, else name (the last
+    // command's name when empty).
+    void CommitChanges(const QString& name = {});
     void RefreshDocumentView();
     void RefreshLog();
     // All of the above, after a command or an event.
@@ -96,7 +103,15 @@ public:
     bool SaveDocument(const QString& path);
     bool CloseDocument();
     void InvokeCommand(int commandHandle);
+    // Edit > Undo and Redo (Ctrl+Z; Ctrl+Shift+Z or Ctrl+Y) on the active
+    // document, named after the step; disabled while a dialog is open.
+    void Undo();
+    void Redo();
     QList<SimulatedOperation> RunSimulation();
+    // The host's technology edit of the operation at position (from 1): the
+    // add-ins answer it (relabelling its parameters); throws host::HostError
+    // for a position without an operation.
+    Host::EditOutcome EditTechnology(int position, int editType = 1);
     void GenerateNcCode();
 
     // The same document actions for the macro runner: failures throw
@@ -127,6 +142,8 @@ private:
     // What a control of the host runs; nothing for a function the host lacks.
     std::function<void()> hostCommand(const QString& caption);
     bool hostCommandEnabled(const QString& caption) const;
+    void updateUndoActions();
+    void showHistoryOf(DocumentState* document);
     void installQtCatalogue(int languageCode);
     void retranslate();
     void reportError(const QString& description);
@@ -147,6 +164,11 @@ private:
     HelpViewer* help_;
     MaskingPanel* masks_;
     QTimer* stateUpdate_;
+    QUndoGroup* undoGroup_;
+    QUndoView* history_;
+    QAction* undo_;
+    QAction* redo_;
+    QString pendingStepName_; // of the add-in window last hidden or closed
     std::shared_ptr<host::MessageBoxService> messageBox_; // set for a user
 };
 

@@ -2,6 +2,7 @@
 
 #include "addin/host/HostError.h"
 #include "feldra/Host.h"
+#include "feldra/DocumentFile.h"
 #include "feldra/HostActions.h"
 #include "feldra/MessageBoxRecorder.h"
 #include "feldra/SimulationRunner.h"
@@ -86,6 +87,7 @@ auto MacroApi::call(Action action) -> decltype(action())
 
 void MacroApi::after()
 {
+    window_.CommitChanges(QStringLiteral("Macro")); // what the macro wrote through the facade
     window_.RefreshAll();
     // No event loop runs between macro steps: layouts and queued work happen here.
     QCoreApplication::sendPostedEvents();
@@ -122,6 +124,23 @@ QString MacroApi::save(const QString& path)
     });
 }
 
+QString MacroApi::saveCopy(const QString& path)
+{
+    return call([&] {
+        const auto document = host_.ActiveDocument();
+        if (!document)
+            Fail("No document is open.");
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        SaveDocument(path, document->data);
+        return QFileInfo(path).absoluteFilePath();
+    });
+}
+
+bool MacroApi::modified() const
+{
+    return host_.ActiveDocument() && host_.ActiveDocument()->modified;
+}
+
 bool MacroApi::close() { return call([&] { return window_.CloseActiveDocument(); }); }
 
 QString MacroApi::documentFile() const
@@ -130,24 +149,6 @@ QString MacroApi::documentFile() const
 }
 
 // ---- commands -------------------------------------------------------------------
-
-namespace {
-
-// The caption of the first control that runs the command.
-QString CaptionOf(const ApplicationData& app, int handle)
-{
-    for (const auto& bar : app.commandBars)
-        for (const auto& control : bar->controls)
-            if (control->commandHandle == handle)
-                return control->caption;
-    for (const auto& menu : app.mainMenus)
-        for (const auto& entry : menu->entries)
-            if (entry->commandHandle == handle)
-                return entry->caption;
-    return {};
-}
-
-} // namespace
 
 QJSValue MacroApi::commands()
 {
@@ -161,7 +162,7 @@ QJSValue MacroApi::commands()
             entry.setProperty("cookie", command.cookie);
             entry.setProperty("id", command.id);
             entry.setProperty("group", command.group);
-            entry.setProperty("caption", CaptionOf(app, command.handle));
+            entry.setProperty("caption", app.CommandCaption(command.handle));
             entry.setProperty("enabled", host_.CommandEnabled(command.handle));
             list.setProperty(i++, entry);
         }
@@ -176,7 +177,7 @@ int CommandHandle(const ApplicationData& app, const QJSValue& cookieOrCaption, c
 {
     for (const CommandData& command : app.commands) {
         const bool named = cookieOrCaption.isString()
-                               ? CaptionOf(app, command.handle) == cookieOrCaption.toString()
+                               ? app.CommandCaption(command.handle) == cookieOrCaption.toString()
                                : command.cookie == cookieOrCaption.toInt() && command.id == id.toInt();
         if (named)
             return command.handle;
@@ -198,6 +199,52 @@ void MacroApi::runCommand(const QJSValue& cookieOrCaption, const QJSValue& id)
         if (!host_.CommandEnabled(handle))
             Fail(QStringLiteral("The command %1 is disabled.").arg(named));
         host_.InvokeCommand(handle);
+    });
+}
+
+QJSValue MacroApi::editTechnology(int position, int editType)
+{
+    return call([&] {
+        const auto document = host_.ActiveDocument();
+        if (!document)
+            Fail("No document is open.");
+        const Host::EditOutcome outcome = window_.EditTechnology(position, editType);
+        QJSValue result = engine_.newObject();
+        result.setProperty("override", outcome.bOverride);
+        result.setProperty("resultCode", outcome.resultCode);
+        return result;
+    });
+}
+
+void MacroApi::undo()
+{
+    call([&] {
+        window_.CommitChanges(QStringLiteral("Macro"));
+        host_.Undo();
+    });
+}
+
+void MacroApi::redo()
+{
+    call([&] {
+        window_.CommitChanges(QStringLiteral("Macro"));
+        host_.Redo();
+    });
+}
+
+QString MacroApi::undoText()
+{
+    return call([&] {
+        window_.CommitChanges(QStringLiteral("Macro"));
+        return host_.UndoText();
+    });
+}
+
+QString MacroApi::redoText()
+{
+    return call([&] {
+        window_.CommitChanges(QStringLiteral("Macro"));
+        return host_.RedoText();
     });
 }
 

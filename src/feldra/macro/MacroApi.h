@@ -45,6 +45,25 @@ public:
     // 3320 generates NC code: the listing, or null when an add-in cancels it.
     Q_INVOKABLE QJSValue runHostCommand(int id);
 
+    // The host's technology edit of the operation at position (from 1), as
+    // a double click on it in the document tree starts it: {override, resultCode}.
+    Q_INVOKABLE QJSValue editTechnology(int position, int editType = 1);
+    // Whether the active document has changes not saved (the title's "*").
+    Q_INVOKABLE bool modified() const;
+    // Writes the active document to path without making it the document's
+    // file or its saved state (Save a Copy); returns the absolute path.
+    Q_INVOKABLE QString saveCopy(const QString& path);
+
+    // ---- undo
+    // Undo and redo the active document's last step, as Edit > Undo and Redo
+    // do; each fails when there is none, a dialog is open or a command runs.
+    Q_INVOKABLE void undo();
+    Q_INVOKABLE void redo();
+    // The title of the step undo or redo would take back ("Auto Sync"), in the
+    // window's language; empty when there is none.
+    Q_INVOKABLE QString undoText();
+    Q_INVOKABLE QString redoText();
+
     // ---- dialogs and message boxes
     Q_INVOKABLE QStringList dialogs() const;
     Q_INVOKABLE QJSValue dialog(const QString& formName);
