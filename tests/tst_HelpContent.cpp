@@ -223,26 +223,56 @@ private slots:
             QVERIFY2(models.contains(number) && numbering.contains(number), qPrintable(number));
     }
 
-    // The guide speaks of what the user sees; the names macros use stand
-    // only in reference tables, never in the running text.
-    void controlNamesOnlyInReferenceTables_data() { AddLanguages(); }
+    // Both helps speak of what the user sees: a field by its caption, a
+    // button by its text, an operation by its kind. The names macros use
+    // stand in one reference table per dialog (<table class="controls">,
+    // "Control names for macros" of the Data Page and of Tool Data), and a
+    // technology number only in a table that says how the document tree shows
+    // an operation's kind.
+    void controlNamesOnlyInReferenceTables_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<bool>("guide");
+        QTest::newRow("English guide") << 1033 << true;
+        QTest::newRow("German guide") << 1031 << true;
+        QTest::newRow("English reference") << 1033 << false;
+        QTest::newRow("German reference") << 1031 << false;
+    }
     void controlNamesOnlyInReferenceTables()
     {
         QFETCH(int, language);
-        const CompiledHelp guide(Guide(language));
-        static const QRegularExpression table(QStringLiteral("<table.*?</table>"),
-                                              QRegularExpression::DotMatchesEverythingOption);
-        static const QRegularExpression attribute(QStringLiteral("<[^>]*>"));
-        static const QRegularExpression named(QStringLiteral("^(txt|Txt|cmb|Cmb|cmd|Cmd|opt|chk)"));
-        QStringList controls = DataPageControls().filter(named); // "Sides" is a caption too
-        controls << "cmdOK" << "cmdCancel" << "cmdHelp";
-        for (const QString& page : guide.Pages()) {
-            const QString running = guide.Text(page).remove(table).remove(attribute);
-            for (const QString& control : controls)
-                QVERIFY2(!running.contains(QRegularExpression(QStringLiteral("\\b%1\\b").arg(control))),
-                         qPrintable(page + QStringLiteral(": ") + control));
+        QFETCH(bool, guide);
+        const CompiledHelp help(guide ? Guide(language) : Reference(language));
+        static const QRegularExpression referenceTable(QStringLiteral("<table class=\"controls\".*?</table>"),
+                                                       QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression anyTable(QStringLiteral("<table.*?</table>"),
+                                                 QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+        // A control name by the prefixes of the dialogs' forms ("txt814",
+        // "CmdUpd818", "optMagazine"), or any other control shown as code.
+        static const QRegularExpression prefixed(
+            QStringLiteral("\\b(?:txt|Txt|cmb|Cmb|cmd|Cmd|opt|Opt|chk|Chk|lbl|Mnu)[A-Z0-9]\\w*"));
+        static const QRegularExpression code(QStringLiteral("<code>(\\w+)</code>"));
+        static const QRegularExpression technology(
+            QStringLiteral("(?<![\"\u201e])\\b[Tt]echnolog(?:y|ie)(?: types?|arten?)? \\d"));
+        QStringList controls = DataPageControls();
+        for (const char* form : {"frmToolData", "frmNewHolder", "frmEditHolder"})
+            controls += FormControls(QStringLiteral(MARELON_SOURCE_DIR "/src/tooldata/%1.ui").arg(form));
+        QStringList withTables;
+        for (const QString& page : help.Pages()) {
+            const QString html = help.Text(page);
+            if (html.contains(referenceTable))
+                withTables << page;
+            const QString outside = QString(html).remove(referenceTable);
+            const QString words = QString(outside).remove(tag);
+            const auto named = prefixed.match(words);
+            QVERIFY2(!named.hasMatch(), qPrintable(page + QStringLiteral(": ") + named.captured()));
+            for (const auto& match : code.globalMatch(outside))
+                QVERIFY2(!controls.contains(match.captured(1)), qPrintable(page + QStringLiteral(": ") + match.captured(1)));
+            const auto number = technology.match(QString(outside).remove(anyTable).remove(tag));
+            QVERIFY2(!number.hasMatch(), qPrintable(page + QStringLiteral(": ") + number.captured()));
         }
-        QVERIFY(guide.Words(QStringLiteral("DataPage.htm")).contains(QStringLiteral("cmbMachineName")));
+        QCOMPARE(withTables, guide ? QStringList({"DataPage.htm", "TooData.htm"}) : QStringList());
     }
 
     // The Data Page's Help button opens the index: its first line leads to
