@@ -462,18 +462,24 @@ private slots:
         for (const auto& match : listing.globalMatch(reference.Text(QStringLiteral("Sync.htm"))))
             excerpts << match.captured(1);
         QCOMPARE(excerpts.size(), 5);
+        // The listing's own words are in the help's language, as the NC pane shows them.
+        const QString operation = Tr(language, QStringLiteral("OP %1 %2")).section(QLatin1Char('%'), 0, 0);
+        const QString head = Tr(language, QStringLiteral("HEAD %1 OF %2"));
+        const QString with = Tr(language, QStringLiteral("SYNC %1 #%2 %3 WITH %4")).section(QLatin1Char('%'), -2, -2).mid(1);
         const QStringList codes{"G821", "G820", "G811", "G810"};
         for (int i = 0; i < codes.size(); ++i) {
             QVERIFY2(excerpts[i].contains(QStringLiteral("    SYNC ") + codes[i] + QStringLiteral(" #")), qPrintable(codes[i]));
+            QVERIFY2(excerpts[i].contains(with), qPrintable(excerpts[i]));
             // Both programs carry it: head 1 at the main-spindle side, head 2 at the back spindle.
-            QVERIFY2(excerpts[i].contains(QLatin1String("HEAD 1 OF 2\n  OP ")) && excerpts[i].contains(QLatin1String("HEAD 2 OF 2\n  OP ")),
+            QVERIFY2(excerpts[i].contains(head.arg(1).arg(2) + QStringLiteral("\n  ") + operation)
+                         && excerpts[i].contains(head.arg(2).arg(2) + QStringLiteral("\n  ") + operation),
                      qPrintable(excerpts[i]));
             QVERIFY2(excerpts.last().contains(QStringLiteral("SYNC ") + codes[i]), qPrintable(codes[i]));
         }
         const QString barLoader = listing.match(reference.Text(QStringLiteral("BarLoader.htm"))).captured(1);
         QVERIFY2(barLoader.contains(ExampleSetup(QStringLiteral("L4-part")).value(QStringLiteral("barLoaderCommand")).toString()),
                  qPrintable(barLoader));
-        QVERIFY(barLoader.contains(QLatin1String("Bar Loader Type")));
+        QVERIFY(barLoader.contains(Tr(language, QStringLiteral("Bar Loader Type"))));
 
         const CompiledHelp guide(Guide(language));
         for (const CompiledHelp* help : {&reference, &guide})
