@@ -5,7 +5,8 @@
 // read (window titles, labels, buttons, tabs, tooltips, list entries, menus,
 // the document tree, the NC pane, the help page, the messages) is looked at:
 // in German none may be an English text of the catalogue whose German differs,
-// in English none may be a German translation.
+// in English none may be a German translation; and no list shows its entry
+// cut off (a list sized for one language's entries and filled in the other).
 #include "TempStores.h"
 #include "feldra/AddInLoader.h"
 #include "feldra/Host.h"
@@ -27,6 +28,8 @@
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -133,9 +136,18 @@ public:
             Add(here, button->text());
         else if (auto* box = qobject_cast<QGroupBox*>(widget))
             Add(here, box->title());
-        else if (auto* list = qobject_cast<QComboBox*>(widget))
+        else if (auto* list = qobject_cast<QComboBox*>(widget)) {
             for (int i = 0; i < list->count(); ++i)
                 Add(here, list->itemText(i));
+            // the entry chosen is read whole, not cut off by a list too narrow for the language
+            QStyleOptionComboBox option;
+            option.initFrom(list);
+            option.editable = list->isEditable();
+            const QRect field =
+                list->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, list);
+            if (!list->isEditable() && list->fontMetrics().horizontalAdvance(list->currentText()) > field.width())
+                clipped_ << here + QStringLiteral(": \"") + list->currentText() + QLatin1Char('"');
+        }
         else if (auto* edit = qobject_cast<QLineEdit*>(widget))
             Add(here, edit->placeholderText());
         else if (auto* browser = qobject_cast<QTextBrowser*>(widget))
@@ -179,6 +191,7 @@ public:
         return found;
     }
     qsizetype Count() const { return texts_.size(); }
+    const QStringList& Clipped() const { return clipped_; }
 
 private:
     void AddTree(const QString& where, QTreeWidget* tree)
@@ -207,6 +220,7 @@ private:
     }
 
     QList<std::pair<QString, QString>> texts_;
+    QStringList clipped_;
 };
 
 QWidget* ShownWindow(const QString& name)
@@ -291,7 +305,7 @@ private slots:
             }
             messages.Clear();
             looked += readable.Count();
-            foreign += readable.Foreign(other);
+            foreign += readable.Foreign(other) + readable.Clipped();
         };
 
         // A new part from the template.
