@@ -223,40 +223,75 @@ private slots:
             QVERIFY2(models.contains(number) && numbering.contains(number), qPrintable(number));
     }
 
-    // The guide speaks of what the user sees; the names macros use stand
-    // only in reference tables, never in the running text.
-    void controlNamesOnlyInReferenceTables_data() { AddLanguages(); }
+    // Both helps speak of what the user sees: a field by its caption, a
+    // button by its text, an operation by its kind. The names macros use
+    // stand in one reference table per dialog (<table class="controls">,
+    // "Control names for macros" of the Data Page and of Tool Data), and a
+    // technology number only in a table that says how the document tree shows
+    // an operation's kind.
+    void controlNamesOnlyInReferenceTables_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<bool>("guide");
+        QTest::newRow("English guide") << 1033 << true;
+        QTest::newRow("German guide") << 1031 << true;
+        QTest::newRow("English reference") << 1033 << false;
+        QTest::newRow("German reference") << 1031 << false;
+    }
     void controlNamesOnlyInReferenceTables()
     {
         QFETCH(int, language);
-        const CompiledHelp guide(Guide(language));
-        static const QRegularExpression table(QStringLiteral("<table.*?</table>"),
-                                              QRegularExpression::DotMatchesEverythingOption);
-        static const QRegularExpression attribute(QStringLiteral("<[^>]*>"));
-        static const QRegularExpression named(QStringLiteral("^(txt|Txt|cmb|Cmb|cmd|Cmd|opt|chk)"));
-        QStringList controls = DataPageControls().filter(named); // "Sides" is a caption too
-        controls << "cmdOK" << "cmdCancel" << "cmdHelp";
-        for (const QString& page : guide.Pages()) {
-            const QString running = guide.Text(page).remove(table).remove(attribute);
-            for (const QString& control : controls)
-                QVERIFY2(!running.contains(QRegularExpression(QStringLiteral("\\b%1\\b").arg(control))),
-                         qPrintable(page + QStringLiteral(": ") + control));
+        QFETCH(bool, guide);
+        const CompiledHelp help(guide ? Guide(language) : Reference(language));
+        static const QRegularExpression referenceTable(QStringLiteral("<table class=\"controls\".*?</table>"),
+                                                       QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression anyTable(QStringLiteral("<table.*?</table>"),
+                                                 QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+        // A control name by the prefixes of the dialogs' forms ("txt814",
+        // "CmdUpd818", "optMagazine"), or any other control shown as code.
+        static const QRegularExpression prefixed(
+            QStringLiteral("\\b(?:txt|Txt|cmb|Cmb|cmd|Cmd|opt|Opt|chk|Chk|lbl|Mnu)[A-Z0-9]\\w*"));
+        static const QRegularExpression code(QStringLiteral("<code>(\\w+)</code>"));
+        static const QRegularExpression technology(
+            QStringLiteral("(?<![\"\u201e])\\b[Tt]echnolog(?:y|ie)(?: types?|arten?)? \\d"));
+        QStringList controls = DataPageControls();
+        for (const char* form : {"frmToolData", "frmNewHolder", "frmEditHolder"})
+            controls += FormControls(QStringLiteral(MARELON_SOURCE_DIR "/src/tooldata/%1.ui").arg(form));
+        QStringList withTables;
+        for (const QString& page : help.Pages()) {
+            const QString html = help.Text(page);
+            if (html.contains(referenceTable))
+                withTables << page;
+            const QString outside = QString(html).remove(referenceTable);
+            const QString words = QString(outside).remove(tag);
+            const auto named = prefixed.match(words);
+            QVERIFY2(!named.hasMatch(), qPrintable(page + QStringLiteral(": ") + named.captured()));
+            for (const auto& match : code.globalMatch(outside))
+                QVERIFY2(!controls.contains(match.captured(1)), qPrintable(page + QStringLiteral(": ") + match.captured(1)));
+            const auto number = technology.match(QString(outside).remove(anyTable).remove(tag));
+            QVERIFY2(!number.hasMatch(), qPrintable(page + QStringLiteral(": ") + number.captured()));
         }
-        QVERIFY(guide.Words(QStringLiteral("DataPage.htm")).contains(QStringLiteral("cmbMachineName")));
+        QCOMPARE(withTables, guide ? QStringList({"DataPage.htm", "TooData.htm"}) : QStringList());
     }
 
-    // The Data Page's Help button opens the index: its first line leads to
-    // each tab's topic in one click.
+    // The Data Page's Help button opens the index at the place of the tab
+    // shown: the index begins with one line per tab, at that place, whose
+    // first link leads to the tab's topic (the viewer shows only the line of
+    // the place asked for).
     void indexLeadsToTheDataPageTabs_data() { AddLanguages(); }
     void indexLeadsToTheDataPageTabs()
     {
         QFETCH(int, language);
         const CompiledHelp guide(Guide(language));
-        static const QRegularExpression firstLine(QStringLiteral("<body>\\s*<p[^>]*>(.*?)</p>"),
-                                                  QRegularExpression::DotMatchesEverythingOption);
-        const QString line = firstLine.match(guide.Text(QStringLiteral("Index.htm"))).captured(1);
-        for (const char* tab : {"DataPagePart.htm", "DataPageMachine.htm", "DataPageMisc.htm"})
-            QVERIFY2(line.contains(QStringLiteral("href=\"%1\"").arg(QLatin1String(tab))), qPrintable(line));
+        static const QRegularExpression lines(QStringLiteral("<body>\\s*((?:<p class=\"from\">.*?</p>\\s*)*)<h1>"),
+                                              QRegularExpression::DotMatchesEverythingOption);
+        static const QRegularExpression line(QStringLiteral("<p class=\"from\"><a name=\"([^\"]+)\"></a>[^<]*<a href=\"([^\"]+)\""));
+        QStringList places;
+        for (const auto& match : line.globalMatch(lines.match(guide.Text(QStringLiteral("Index.htm"))).captured(1)))
+            places << match.captured(1) + QLatin1String(" -> ") + match.captured(2);
+        QCOMPARE(places, QStringList({"FromDataPagePart -> DataPagePart.htm", "FromDataPageMachine -> DataPageMachine.htm",
+                                      "FromDataPageMisc -> DataPageMisc.htm"}));
     }
 
     void everyToolDataControlHasItsTopic_data() { AddLanguages(); }
@@ -427,18 +462,24 @@ private slots:
         for (const auto& match : listing.globalMatch(reference.Text(QStringLiteral("Sync.htm"))))
             excerpts << match.captured(1);
         QCOMPARE(excerpts.size(), 5);
+        // The listing's own words are in the help's language, as the NC pane shows them.
+        const QString operation = Tr(language, QStringLiteral("OP %1 %2")).section(QLatin1Char('%'), 0, 0);
+        const QString head = Tr(language, QStringLiteral("HEAD %1 OF %2"));
+        const QString with = Tr(language, QStringLiteral("SYNC %1 #%2 %3 WITH %4")).section(QLatin1Char('%'), -2, -2).mid(1);
         const QStringList codes{"G821", "G820", "G811", "G810"};
         for (int i = 0; i < codes.size(); ++i) {
             QVERIFY2(excerpts[i].contains(QStringLiteral("    SYNC ") + codes[i] + QStringLiteral(" #")), qPrintable(codes[i]));
+            QVERIFY2(excerpts[i].contains(with), qPrintable(excerpts[i]));
             // Both programs carry it: head 1 at the main-spindle side, head 2 at the back spindle.
-            QVERIFY2(excerpts[i].contains(QLatin1String("HEAD 1 OF 2\n  OP ")) && excerpts[i].contains(QLatin1String("HEAD 2 OF 2\n  OP ")),
+            QVERIFY2(excerpts[i].contains(head.arg(1).arg(2) + QStringLiteral("\n  ") + operation)
+                         && excerpts[i].contains(head.arg(2).arg(2) + QStringLiteral("\n  ") + operation),
                      qPrintable(excerpts[i]));
             QVERIFY2(excerpts.last().contains(QStringLiteral("SYNC ") + codes[i]), qPrintable(codes[i]));
         }
         const QString barLoader = listing.match(reference.Text(QStringLiteral("BarLoader.htm"))).captured(1);
         QVERIFY2(barLoader.contains(ExampleSetup(QStringLiteral("L4-part")).value(QStringLiteral("barLoaderCommand")).toString()),
                  qPrintable(barLoader));
-        QVERIFY(barLoader.contains(QLatin1String("Bar Loader Type")));
+        QVERIFY(barLoader.contains(Tr(language, QStringLiteral("Bar Loader Type"))));
 
         const CompiledHelp guide(Guide(language));
         for (const CompiledHelp* help : {&reference, &guide})

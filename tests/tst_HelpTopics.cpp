@@ -10,7 +10,10 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextBrowser>
 
 #include <functional>
 
@@ -54,6 +57,32 @@ Opener HolderDialogHelp(const char* opener)
     };
 }
 
+// The Data Page opened by its command on one of its tabs: its Help, then Cancel.
+Opener DataPageHelp(int tab)
+{
+    return [tab](ConnectedHost& h) {
+        RunCommand(h, 2);
+        QWidget& dataPage = *marelon::DataPageInstance();
+        dataPage.findChild<QTabWidget*>(QStringLiteral("MyTabs"))->setCurrentIndex(tab);
+        ClickButton(dataPage, "cmdHelp");
+        ClickButton(dataPage, "cmdCancel");
+    };
+}
+
+// The first line of the page the viewer shows, and the page its first link leads to.
+struct FirstLine {
+    QString text;
+    QString link;
+};
+FirstLine FirstLineShown(feldra::HelpViewer& viewer)
+{
+    const QTextBlock block = viewer.findChild<QTextBrowser*>(QStringLiteral("txtPage"))->document()->firstBlock();
+    for (auto it = block.begin(); !it.atEnd(); ++it)
+        if (!it.fragment().charFormat().anchorHref().isEmpty())
+            return {block.text().trimmed(), it.fragment().charFormat().anchorHref()};
+    return {block.text().trimmed(), QString()};
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Opener)
@@ -74,11 +103,7 @@ private slots:
         const Opener toolData = [](ConnectedHost& h) {
             InToolData(h, [](QWidget& dialog) { ClickButton(dialog, "cmdHelp"); });
         };
-        const Opener dataPage = [](ConnectedHost& h) {
-            RunCommand(h, 2);
-            ClickButton(*marelon::DataPageInstance(), "cmdHelp");
-            ClickButton(*marelon::DataPageInstance(), "cmdCancel");
-        };
+        const Opener dataPage = DataPageHelp(0);
         const Opener ncWarning = [](ConnectedHost& h) {
             AnswerModal([&] { h.host.BeforeCommandRun(3320); },
                         [](QWidget& warning) {
@@ -95,7 +120,9 @@ private slots:
                                            << QStringLiteral("Help/%1/G-Code Help.chm").arg(language) << "index.htm";
             row("Marelon Add-In Help (command 5)") << language << addInHelp << guide << "Index.htm";
             row("Tool Data") << language << toolData << guide << "TooData.htm";
-            row("Data Page") << language << dataPage << guide << "Index.htm";
+            row("Data Page, Part Data") << language << dataPage << guide << "Index.htm#FromDataPagePart";
+            row("Data Page, Machine Data") << language << DataPageHelp(1) << guide << "Index.htm#FromDataPageMachine";
+            row("Data Page, Miscellaneous") << language << DataPageHelp(2) << guide << "Index.htm#FromDataPageMisc";
             row("New Holder") << language << HolderDialogHelp("cmdNew") << guide << "TooData.htm#Holder";
             row("Edit Holder") << language << HolderDialogHelp("cmdEdit") << guide << "TooData.htm#Holder";
             row("NC warning") << language << ncWarning << guide << "posting.htm#Warning";
@@ -131,6 +158,57 @@ private slots:
         const QString page = shown.path().section(QLatin1Char('/'), 2, -1);
         QCOMPARE(shown.hasFragment() ? page + QLatin1Char('#') + shown.fragment() : page, topic);
         QVERIFY(h.host.Log().FailedCallbacks().isEmpty());
+        h.host.Services().showHelpTopic = nullptr;
+    }
+
+    // The index opened from the Data Page begins with the way to the topic of
+    // the tab shown, one click away; opened by the help command, or reached
+    // again from another page, it begins with its title.
+    void theIndexLeadsBackToTheDataPageTab_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<Opener>("open");
+        QTest::addColumn<QString>("link"); // of the first line; empty: the line is the title
+        for (int language : {1033, 1031}) {
+            QTest::addRow("Part Data, %d", language) << language << DataPageHelp(0) << "DataPagePart.htm";
+            QTest::addRow("Machine Data, %d", language) << language << DataPageHelp(1) << "DataPageMachine.htm";
+            QTest::addRow("Miscellaneous, %d", language) << language << DataPageHelp(2) << "DataPageMisc.htm";
+            QTest::addRow("help command, %d", language) << language << Opener([](ConnectedHost& h) { RunCommand(h, 5); })
+                                                        << QString();
+        }
+    }
+    void theIndexLeadsBackToTheDataPageTab()
+    {
+        QFETCH(int, language);
+        QFETCH(Opener, open);
+        QFETCH(QString, link);
+        ConnectedHost h(language);
+        h.host.App().installFolder = kInstallFolder;
+        feldra::QtLocalizer viewerTexts;
+        viewerTexts.setLanguageCode(language);
+        viewerTexts.Initialise();
+        feldra::HelpViewer viewer(viewerTexts);
+        h.host.Services().showHelpTopic = [&](const QString& helpFile, const QString& asked) {
+            viewer.ShowTopic(helpFile, asked);
+        };
+        h.Connect();
+        h.host.Activate(h.Document());
+        const QString title = language == 1033 ? QStringLiteral("Marelon Add-In Help") : QStringLiteral("Marelon Add-In-Hilfe");
+
+        open(h);
+        FirstLine first = FirstLineShown(viewer);
+        if (link.isEmpty()) {
+            QCOMPARE(first.text, title);
+        } else {
+            QCOMPARE(first.link, link);
+            // the index reached from another page has no line of where one came from
+            viewer.ShowTopic(viewer.HelpFile(), link);
+            viewer.ShowTopic(viewer.HelpFile(), QStringLiteral("Index.htm"));
+            QCOMPARE(FirstLineShown(viewer).text, title);
+            // and asked for from the Data Page once more, it has it again
+            open(h);
+            QCOMPARE(FirstLineShown(viewer).link, link);
+        }
         h.host.Services().showHelpTopic = nullptr;
     }
 

@@ -58,6 +58,7 @@ private slots:
     void languageSwitchTranslatesTheHostTexts();
     void languageSwitchReconnectsTheAddIn();
     void textsShownBeforeTheSwitchFollowIt();
+    void ncListingFollowsTheLanguage();
     void logKeepsHostCallsBehindDetails();
     void editMenuUndoesAndRedoesTheLastCommand();
     void undoWaitsForAModalDialog();
@@ -299,6 +300,30 @@ void tst_MainWindow::textsShownBeforeTheSwitchFollowIt()
     QCOMPARE(nc->toPlainText(), QStringLiteral("NC code generation was cancelled."));
     QCOMPARE(Texts(Menu(window, "View")->findChild<QMenu*>()->actions()), (QStringList{"English", "Deutsch"}));
     host.ApplicationFor("Test.Connect")->Unadvise(&cancels);
+}
+
+// The NC pane shows the listing in the language of the window, and in the
+// new language at once after a switch: the same listing, not a new one.
+void tst_MainWindow::ncListingFollowsTheLanguage()
+{
+    feldra::Host host;
+    feldra::MainWindow window(host);
+    QVERIFY(window.OpenDocument(kExamples + "L5-part.fdoc"));
+    window.GenerateNcCode();
+    auto* nc = window.findChild<QPlainTextEdit*>("ncPane");
+    const QString english = nc->toPlainText();
+    QVERIFY2(english.startsWith("HEAD 1 OF 2\nPROGRAM O"), qPrintable(english.left(100)));
+    host.ActiveDocument()->data.machineSetup.params[818] = 123.25; // after the listing was made
+
+    window.SetLanguage(feldra::QtLocalizer::kGerman);
+    const QString german = nc->toPlainText();
+    QVERIFY2(german.startsWith("KANAL 1 VON 2\nPROGRAMM O"), qPrintable(german.left(100)));
+    QVERIFY(german.contains("\nDATENBLATT\n") && german.contains("\nWERKZEUGE\n") && !german.contains("\nTOOLS\n"));
+    QCOMPARE(german.count('\n'), english.count('\n'));
+    QVERIFY(!german.contains("123.25"));
+
+    window.SetLanguage(feldra::QtLocalizer::kEnglish);
+    QCOMPARE(nc->toPlainText(), english);
 }
 
 // The log says what went wrong; the add-ins' calls of the host show only

@@ -1,5 +1,8 @@
 #include "feldra/NcListing.h"
+#include "feldra/QtLocalizer.h"
 
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 using namespace feldra;
@@ -87,6 +90,44 @@ QStringList SectionLines(const QString& listing, const QString& title)
     for (qsizetype i = lines.indexOf(title) + 1; i > 0 && i < lines.size() && !lines[i].isEmpty(); ++i)
         section.append(lines[i].trimmed());
     return section;
+}
+
+// A part with a value of every kind the listing shows.
+DocumentData GoldenDocument()
+{
+    DocumentData document;
+    AddSetupEntries(document);
+    MachineSetupData& setup = document.machineSetup;
+    setup.programName = QStringLiteral("FLANGE");
+    setup.programNumber = 4711;
+    setup.params = {{813, 25}, {814, 12}, {815, 1}, {816, 8}, {817, 1500}, {818, 40}, {819, 1},
+                    {820, 0}, {821, 45.5}, {822, 0.05}, {824, -0.5}, {893, 1}, {990, 3}, {991, 0}, {992, 0}};
+    setup.faceAmount = -0.5;
+    setup.startupSpindleSpeed = 2000;
+    setup.barLoaderType = 1;
+    setup.barLoaderSubProgram = QStringLiteral("8999");
+    setup.heads = {Head("", 0, 71, "Main and back")};
+    auto cutOff = Tool(8, "CUT 3");
+    cutOff->xShift = 0.25;
+    cutOff->spindleDirection = -1;
+    cutOff->holderIndex = 2;
+    auto backDrill = Tool(21, "DR 5");
+    backDrill->zShift = -30;
+    backDrill->spindleDirection = 1;
+    backDrill->gearRatio = 1.5;
+    backDrill->turretNumber = 2;
+    backDrill->stationIndex = 3;
+    backDrill->comment = QStringLiteral("back drill");
+    document.tools = {backDrill, cutOff};
+    auto cut = Operation(2, "Cut off", "CUT 3", 1);
+    cut->technology->type = 153;
+    auto pickUp = Operation(3, "Pick up", {}, 2);
+    pickUp->technology->type = 207;
+    auto drill = Operation(4, "Back drill", "DR 5", 2);
+    drill->suppressed = true;
+    document.operations = {cut, pickUp, drill};
+    document.syncs = {Sync(3, {{4, 2, 0, 0, 0, {}}, {1, 3, 0, 0, 0, {}}})};
+    return document;
 }
 
 } // namespace
@@ -268,7 +309,7 @@ private slots:
         QFETCH(int, typeIndex);
         QFETCH(QString, typeName);
         DocumentData document;
-        AddSetupEntries(document);
+    AddSetupEntries(document);
         document.operations = {Operation(7, "Face"), Operation(8, "Turn"), Operation(9, "Back drill")};
         document.syncs = {Sync(0, {}), Sync(typeIndex, {{3, 7, 0, 0, 0, {}}, {3, 9, 0, 1, 0, {}}})};
 
@@ -283,7 +324,7 @@ private slots:
     void danglingReferencesAreShown()
     {
         DocumentData document;
-        AddSetupEntries(document);
+    AddSetupEntries(document);
         auto bare = Operation(7, "Face");
         bare->technology.reset();
         document.operations = {bare, nullptr};
@@ -300,39 +341,7 @@ private slots:
 
     void goldenListing()
     {
-        DocumentData document;
-        AddSetupEntries(document);
-        MachineSetupData& setup = document.machineSetup;
-        setup.programName = QStringLiteral("FLANGE");
-        setup.programNumber = 4711;
-        setup.params = {{813, 25}, {814, 12}, {815, 1}, {816, 8}, {817, 1500}, {818, 40}, {819, 1},
-                        {820, 0}, {821, 45.5}, {822, 0.05}, {824, -0.5}, {893, 1}, {990, 3}, {991, 0}, {992, 0}};
-        setup.faceAmount = -0.5;
-        setup.startupSpindleSpeed = 2000;
-        setup.barLoaderType = 1;
-        setup.barLoaderSubProgram = QStringLiteral("8999");
-        setup.heads = {Head("", 0, 71, "Main and back")};
-        auto cutOff = Tool(8, "CUT 3");
-        cutOff->xShift = 0.25;
-        cutOff->spindleDirection = -1;
-        cutOff->holderIndex = 2;
-        auto backDrill = Tool(21, "DR 5");
-        backDrill->zShift = -30;
-        backDrill->spindleDirection = 1;
-        backDrill->gearRatio = 1.5;
-        backDrill->turretNumber = 2;
-        backDrill->stationIndex = 3;
-        backDrill->comment = QStringLiteral("back drill");
-        document.tools = {backDrill, cutOff};
-        auto cut = Operation(2, "Cut off", "CUT 3", 1);
-        cut->technology->type = 153;
-        auto pickUp = Operation(3, "Pick up", {}, 2);
-        pickUp->technology->type = 207;
-        auto drill = Operation(4, "Back drill", "DR 5", 2);
-        drill->suppressed = true;
-        document.operations = {cut, pickUp, drill};
-        document.syncs = {Sync(3, {{4, 2, 0, 0, 0, {}}, {1, 3, 0, 0, 0, {}}})};
-
+        const DocumentData document = GoldenDocument();
         const QStringList expected = {
             "HEAD 1 OF 1",
             "PROGRAM O4711 \"FLANGE\"",
@@ -383,6 +392,71 @@ private slots:
         for (qsizetype i = 0; i < std::min(actual.size(), expected.size()); ++i)
             QCOMPARE(actual[i], expected[i]);
         QCOMPARE(actual.size(), expected.size());
+    }
+
+    // In German the listing's own words are German, as the comments of an NC
+    // program are in the shop's language: no word of the English listing is
+    // left but the machine code, the document's own texts and the few words
+    // both languages share. The lines are the same, the fields' values stand
+    // in one column after the widest German label.
+    void germanListing()
+    {
+        QtLocalizer german;
+        german.setLanguageCode(QtLocalizer::kGerman);
+        german.Initialise();
+        const NcListings listings(GoldenDocument());
+        const QStringList english = Lines(listings.Text());
+        const QStringList lines = Lines(listings.Text(&german));
+        QCOMPARE(lines.size(), english.size());
+        QCOMPARE(lines.mid(0, 8), QStringList({"KANAL 1 VON 1", "PROGRAMM O4711 \"FLANGE\"", "KOMMENTAR \"Main and back\"",
+                                               "AUSGABEEINHEIT METRISCH", "DOKUMENTEINHEIT METRISCH",
+                                               "ZAHLEN IN MILLIMETER (L\u00c4NGEN), GRAD, 1/MIN UND SEKUNDEN", "",
+                                               "DATENBLATT"}));
+        QCOMPARE(LinesStarting(lines.join(QLatin1Char('\n')), "T21 "),
+                 QStringList{"T21 ID=\"DR 5\" X=0 Y=0 Z=-30 SPINDEL=R\u00dcCKW\u00c4RTS \u00dcBERSETZUNG=1.5 HALTER=0 "
+                             "REVOLVER=2 STATION=3 EINHEIT=METRISCH KOMMENTAR=\"back drill\""});
+        QCOMPARE(LinesStarting(lines.join(QLatin1Char('\n')), "SYNC "),
+                 QStringList({"SYNC G811 #1 P4 E0 MIT AG 2 \"Pick up\" P1 E0", "SYNC G811 #1 P1 E0 MIT AG 1 \"Cut off\" P4 E0"}));
+
+        // Words: runs of two or more letters outside the quoted texts of the document.
+        static const QRegularExpression quoted(QStringLiteral("\"[^\"]*\""));
+        static const QRegularExpression word(QStringLiteral("\\b[^\\W\\d_]{2,}\\b"));
+        const auto words = [](const QStringList& text) {
+            QSet<QString> found;
+            for (const QString& line : text)
+                for (const auto& match : word.globalMatch(QString(line).remove(quoted)))
+                    found.insert(match.captured());
+            return found;
+        };
+        const QSet<QString> shared{"ID", "SYNC", "STATION", "IN"};
+        const QSet<QString> left = words(english) & words(lines);
+        QVERIFY2(left == shared, qPrintable(QStringList(left.values()).join(QLatin1Char(' '))));
+
+        // the values of the Data Page fields in one column
+        const qsizetype column = lines[8].indexOf(QStringLiteral(" 25")) + 1;
+        for (const QString& line : lines.mid(8, 21))
+            QVERIFY2(line.size() > column && line.at(column - 1) == QLatin1Char(' ') && line.at(column) != QLatin1Char(' '),
+                     qPrintable(line));
+    }
+
+    // The listings are made once and shown in either language later, as they
+    // were made; a document's text holding "%1" is shown as it stands.
+    void listingsAreMadeOnceAndShownInEitherLanguage()
+    {
+        QtLocalizer german;
+        german.setLanguageCode(QtLocalizer::kGerman);
+        german.Initialise();
+        DocumentData document = GoldenDocument();
+        document.operations[0]->name = QStringLiteral("Cut %2 at 50%1");
+        const NcListings listings(document);
+        document.machineSetup.params[818] = 123.25;
+        const QList<const host::Localizer*> languages{nullptr, &german, nullptr};
+        for (const host::Localizer* localizer : languages) {
+            const QString text = listings.Text(localizer);
+            QVERIFY(text.contains(QStringLiteral("\"Cut %2 at 50%1\"")));
+            QVERIFY2(!text.contains(QStringLiteral("123.25")), qPrintable(text));
+            QCOMPARE(text.contains(QStringLiteral("OPERATIONS")), localizer == nullptr);
+        }
     }
 };
 

@@ -1284,5 +1284,158 @@
         <source>Show details (host calls)</source>
         <translation>Details zeigen (Aufrufe des Hosts)</translation>
     </message>
+    <message>
+        <extracomment>The NC listing: its headings, keys and notes (the machine code stays)</extracomment>
+        <source>HEAD %1 OF %2</source>
+        <translation>KANAL %1 VON %2</translation>
+    </message>
+    <message>
+        <source>MACHINE (NO NC HEADS)</source>
+        <translation>MASCHINE (KEINE NC-KANÄLE)</translation>
+    </message>
+    <message>
+        <source>PROGRAM %1 %2</source>
+        <translation>PROGRAMM %1 %2</translation>
+    </message>
+    <message>
+        <source>COMMENT %1</source>
+        <translation>KOMMENTAR %1</translation>
+    </message>
+    <message>
+        <source>OUTPUT UNIT %1</source>
+        <translation>AUSGABEEINHEIT %1</translation>
+    </message>
+    <message>
+        <source>DOCUMENT UNIT %1</source>
+        <translation>DOKUMENTEINHEIT %1</translation>
+    </message>
+    <message>
+        <source>INCH</source>
+        <translation>ZOLL</translation>
+    </message>
+    <message>
+        <source>METRIC</source>
+        <translation>METRISCH</translation>
+    </message>
+    <message>
+        <source>UNKNOWN %1</source>
+        <translation>UNBEKANNT %1</translation>
+    </message>
+    <message>
+        <source>NUMBERS IN INCHES (LENGTHS), DEGREES, RPM AND SECONDS</source>
+        <translation>ZAHLEN IN ZOLL (LÄNGEN), GRAD, 1/MIN UND SEKUNDEN</translation>
+    </message>
+    <message>
+        <source>NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS</source>
+        <translation>ZAHLEN IN MILLIMETER (LÄNGEN), GRAD, 1/MIN UND SEKUNDEN</translation>
+    </message>
+    <message>
+        <source>NUMBERS IN THE DOCUMENT'S UNIT %1 (LENGTHS), DEGREES, RPM AND SECONDS</source>
+        <translation>ZAHLEN IN DER EINHEIT %1 DES DOKUMENTS (LÄNGEN), GRAD, 1/MIN UND SEKUNDEN</translation>
+    </message>
+    <message>
+        <source>FORWARD</source>
+        <translation>VORWÄRTS</translation>
+    </message>
+    <message>
+        <source>NONE</source>
+        <translation>KEINE</translation>
+    </message>
+    <message>
+        <source>REVERSE</source>
+        <translation>RÜCKWÄRTS</translation>
+    </message>
+    <message>
+        <source>HYDROSTATIC</source>
+        <translation>HYDROSTATISCH</translation>
+    </message>
+    <message>
+        <source>MAGAZINE, SUB PROGRAM</source>
+        <translation>MAGAZIN, UNTERPROGRAMM</translation>
+    </message>
+    <message>
+        <source>MAGAZINE, M CODE</source>
+        <translation>MAGAZIN, M-CODE</translation>
+    </message>
+    <message>
+        <source>UNKNOWN</source>
+        <translation>UNBEKANNT</translation>
+    </message>
+    <message>
+        <source>DATA PAGE</source>
+        <translation>DATENBLATT</translation>
+    </message>
+    <message>
+        <source>(NOT SET)</source>
+        <translation>(NICHT GESETZT)</translation>
+    </message>
+    <message>
+        <source>(NONE)</source>
+        <translation>(KEINE)</translation>
+    </message>
+    <message>
+        <source>TOOLS</source>
+        <translation>WERKZEUGE</translation>
+    </message>
+    <message>
+        <source>T%1 ID=%2 X=%3 Y=%4 Z=%5 SPINDLE=%6 GEAR=%7 HOLDER=%8 TURRET=%9 STATION=%10 UNIT=%11 COMMENT=%12</source>
+        <translation>T%1 ID=%2 X=%3 Y=%4 Z=%5 SPINDEL=%6 ÜBERSETZUNG=%7 HALTER=%8 REVOLVER=%9 STATION=%10 EINHEIT=%11 KOMMENTAR=%12</translation>
+    </message>
+    <message>
+        <source>OPERATIONS</source>
+        <translation>ARBEITSGÄNGE</translation>
+    </message>
+    <message>
+        <source>OP %1 %2 TYPE=%3</source>
+        <translation>AG %1 %2 TECHNOLOGIE=%3</translation>
+    </message>
+    <message>
+        <source>TOOL=%1 ID=%2</source>
+        <translation>WERKZEUG=%1 ID=%2</translation>
+    </message>
+    <message>
+        <source>TOOL=NONE</source>
+        <translation>WERKZEUG=KEINS</translation>
+    </message>
+    <message>
+        <source>HEAD=%1</source>
+        <translation>KANAL=%1</translation>
+    </message>
+    <message>
+        <source>SUPPRESSED</source>
+        <translation>UNTERDRÜCKT</translation>
+    </message>
+    <message>
+        <source>SYNCS</source>
+        <translation>SYNCHRONISATIONEN</translation>
+    </message>
+    <message>
+        <source>NO NODES</source>
+        <translation>KEINE KNOTEN</translation>
+    </message>
+    <message>
+        <source>SYNC %1 #%2 %3 WITH %4</source>
+        <translation>SYNC %1 #%2 %3 MIT %4</translation>
+    </message>
+    <message>
+        <source>NO OTHER NODE</source>
+        <translation>KEIN ANDERER KNOTEN</translation>
+    </message>
+    <message>
+        <source>NO OPERATION</source>
+        <translation>KEIN ARBEITSGANG</translation>
+    </message>
+    <message>
+        <source>OP %1 %2</source>
+        <translation>AG %1 %2</translation>
+    </message>
+    <message>
+        <source>OP (MISSING ID %1)</source>
+        <translation>AG (FEHLENDE ID %1)</translation>
+    </message>
+    <message>
+        <source>(NO TYPE)</source>
+        <translation>(KEIN TYP)</translation>
+    </message>
 </context>
 </TS>

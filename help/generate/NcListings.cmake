@@ -24,7 +24,7 @@ foreach(part IN LISTS PARTS)
   execute_process(COMMAND ${FELDRA} --macro ${MACRO} ${part}
     WORKING_DIRECTORY ${OUTPUT} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
   get_filename_component(name ${part} NAME_WE)
-  if(NOT result EQUAL 0 OR NOT EXISTS ${OUTPUT}/${name}.nc)
+  if(NOT result EQUAL 0 OR NOT EXISTS ${OUTPUT}/${name}.nc OR NOT EXISTS ${OUTPUT}/${name}.de.nc)
     message(FATAL_ERROR "No NC listing of ${part}: ${output}${errors}")
   endif()
 endforeach()

@@ -505,27 +505,40 @@ QStringList ListingLines(const QString& folder, const QString& part)
 }
 
 // Lines of a listing with the head each belongs to ("HEAD 1 OF 2"); a
-// listing of the machine without heads has one, empty.
+// listing of the machine without heads has one, empty. Each keeps its place
+// in the listing and its head's, so that the same lines of the listing in
+// another language can be shown.
 struct HeadLine {
     QString head;
     QString line;
+    qsizetype headAt = -1;
+    qsizetype at = 0;
 };
 QList<HeadLine> ByHead(const QStringList& lines)
 {
     QList<HeadLine> out;
     QString head;
-    for (const QString& line : lines) {
+    qsizetype headAt = -1;
+    for (qsizetype at = 0; at < lines.size(); ++at) {
+        const QString& line = lines[at];
         if (line.startsWith(QLatin1String("HEAD ")) || line.startsWith(QLatin1String("MACHINE ")))
-            head = line;
+            head = line, headAt = at;
         else
-            out.append({head, line});
+            out.append({head, line, headAt, at});
     }
     return out;
 }
 
-QString Excerpt(const QString& folder, const QString& part, const QString& which)
+// The lines are chosen in the English listing and shown from the listing in
+// the help's language (<part>.de.nc for German), which has the same lines in
+// the same order.
+QString Excerpt(const QString& folder, const QString& part, const QString& which, bool inGerman)
 {
-    const QList<HeadLine> lines = ByHead(ListingLines(folder, part));
+    const QStringList english = ListingLines(folder, part);
+    const QStringList shown = inGerman ? ListingLines(folder, part + QStringLiteral(".de")) : english;
+    if (shown.size() != english.size())
+        Fail(QStringLiteral("the German listing of %1 has %2 lines, the English %3").arg(part).arg(shown.size()).arg(english.size()));
+    const QList<HeadLine> lines = ByHead(english);
     QStringList out;
     QString shownHead;
     // Adds a line, preceded by its head's line when the head changes.
@@ -533,10 +546,10 @@ QString Excerpt(const QString& folder, const QString& part, const QString& which
         if (line.head != shownHead && !line.head.isEmpty()) {
             if (!out.isEmpty())
                 out << QString();
-            out << line.head;
+            out << shown[line.headAt];
             shownHead = line.head;
         }
-        out << line.line;
+        out << shown[line.at];
     };
     if (which.startsWith(QLatin1String("section:"))) {
         // The section in every head's program.
@@ -616,7 +629,8 @@ QString Generate(Context& context, const QString& key)
         return Escaped(Range(key.mid(6)));
     if (key.startsWith(QLatin1String("listing:"))) {
         const QString part = key.section(QLatin1Char(':'), 1, 1);
-        return Excerpt(context.listings, part, key.section(QLatin1Char(':'), 2));
+        return Excerpt(context.listings, part, key.section(QLatin1Char(':'), 2),
+                       context.language == feldra::QtLocalizer::kGerman);
     }
     Fail(QStringLiteral("unknown generated part \"%1\"").arg(key));
 }

@@ -6,7 +6,8 @@
 // Auto Sync then rebuilds the part's synchronisations from the operations in
 // their order (the machine of the part's series in its list), and Feldra
 // generates the NC code (Yes to the warning); the listing goes to
-// <part>.nc in the current folder. The part is not saved.
+// <part>.nc in the current folder, in German to <part>.de.nc. The part is not
+// saved.
 const file = feldra.documentFile();
 const part = file.substring(file.lastIndexOf('/') + 1).replace(/\.fdoc$/, '');
 const series = part.split('-')[0]; // "L5" of "L5-part"
@@ -45,3 +46,11 @@ const listing = feldra.runHostCommand(3320);
 if (listing === null)
     throw new Error(`No NC code was generated for ${part}.`);
 feldra.writeText(`${part}.nc`, listing);
+// The same listing in German, for the German help: the listing's own words
+// follow the language, line for line.
+feldra.setLanguage(1031);
+const german = feldra.runHostCommand(3320);
+feldra.setLanguage(1033);
+if (german === null)
+    throw new Error(`No German NC code was generated for ${part}.`);
+feldra.writeText(`${part}.de.nc`, german);

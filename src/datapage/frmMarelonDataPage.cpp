@@ -412,9 +412,17 @@ void frmMarelonDataPage::cmdCancel_Click()
     Flags().dataPageAvailable = true;
 }
 
+// The index topic, at the place of the tab shown: the help viewer begins the
+// index with the way to that tab's topic ("Index.htm#FromDataPageMachine"),
+// a line the index opened by the add-in's help command does not show.
 void frmMarelonDataPage::cmdHelp_Click()
 {
-    OpenHelpTopic(*application_, kAddInHelpFile, QStringLiteral("Index.htm"));
+    static const char* const places[] = {"FromDataPagePart", "FromDataPageMachine", "FromDataPageMisc"};
+    const int tab = ui_->MyTabs->currentIndex();
+    QString topic = QStringLiteral("Index.htm");
+    if (tab >= 0 && tab < int(std::size(places)))
+        topic += QLatin1Char('#') + QLatin1String(places[tab]);
+    OpenHelpTopic(*application_, kAddInHelpFile, topic);
 }
 
 void frmMarelonDataPage::cmdRefresh_Click()

@@ -59,7 +59,7 @@ void SaveDocumentFile(Host& host, DocumentState& document, const QString& path)
     host.DocumentSaved(document);
 }
 
-std::optional<QString> GenerateNcCode(Host& host)
+std::optional<NcListings> GenerateNcCodeListings(Host& host)
 {
     const auto requireDocument = [&host] {
         if (!host.ActiveDocument())
@@ -69,7 +69,19 @@ std::optional<QString> GenerateNcCode(Host& host)
     if (host.BeforeCommandRun(kGenerateNcCommand))
         return std::nullopt;
     requireDocument(); // a handler may have closed it
-    return GenerateNcListing(host.ActiveDocument()->data);
+    return NcListings(host.ActiveDocument()->data);
+}
+
+std::optional<QString> GenerateNcCode(Host& host)
+{
+    const std::optional<NcListings> listings = GenerateNcCodeListings(host);
+    if (!listings)
+        return std::nullopt;
+    const std::shared_ptr<host::Localizer> localizer =
+        host.Services().createLocalizer ? host.Services().createLocalizer() : nullptr;
+    if (localizer)
+        localizer->Initialise();
+    return listings->Text(localizer.get());
 }
 
 } // namespace feldra

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "feldra/NcListing.h"
+
 #include <QString>
 #include <memory>
 #include <optional>
@@ -39,6 +41,9 @@ void SaveDocumentFile(Host& host, DocumentState& document, const QString& path);
 
 // Command 3320 on the active document: BeforeCommandRun first; the NC listing,
 // or nothing when an add-in overrides the command. Throws without a document.
+// The listings as made, to be shown in any language; and their text in the
+// language of the user interface.
+std::optional<NcListings> GenerateNcCodeListings(Host& host);
 std::optional<QString> GenerateNcCode(Host& host);
 
 } // namespace feldra

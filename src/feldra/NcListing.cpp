@@ -1,5 +1,6 @@
 #include "feldra/NcListing.h"
 
+#include "addin/host/Localizer.h"
 #include "numeric/NumberText.h"
 
 #include <QHash>
@@ -29,7 +30,7 @@ constexpr DataPageParameter kDataPageParameters[] = {
     {992, "Back Drill Holder"},
 };
 
-constexpr qsizetype kLabelWidth = 28; // wider than the longest Data Page label
+constexpr int kLabelWidth = 27; // the narrowest column of the field labels
 
 QString Number(double value)
 {
@@ -41,42 +42,60 @@ QString Quoted(const QString& text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-QString UnitName(int code)
+// A value as it stands.
+NcText Value(const QString& text) { return NcText{text, false, {}, 0}; }
+
+// The host's words framing values: "HEAD %1 OF %2".
+NcText Words(const char* english, std::vector<NcText> args = {})
+{
+    return NcText{QString::fromLatin1(english), true, std::move(args), 0};
+}
+
+// Texts one after the other, separated by a space.
+NcText Joined(const std::vector<NcText>& parts, const QString& separator = QStringLiteral(" "))
+{
+    QString format;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        format += (i ? separator : QString()) + QLatin1Char('%') + QString::number(i + 1);
+    return NcText{format, false, parts, 0};
+}
+
+NcText UnitName(int code)
 {
     switch (code) {
-    case 70: return QStringLiteral("INCH");
-    case 71: return QStringLiteral("METRIC");
-    default: return QStringLiteral("UNKNOWN ") + Number(code);
+    case 70: return Words("INCH");
+    case 71: return Words("METRIC");
+    default: return Words("UNKNOWN %1", {Value(Number(code))});
     }
 }
 
 // The unit of the listing's lengths: the document's.
-QString NumbersUnit(int code)
+NcText NumbersNote(int code)
 {
     switch (code) {
-    case 70: return QStringLiteral("INCHES");
-    case 71: return QStringLiteral("MILLIMETRES");
-    default: return QStringLiteral("THE DOCUMENT'S UNIT ") + Number(code);
+    case 70: return Words("NUMBERS IN INCHES (LENGTHS), DEGREES, RPM AND SECONDS");
+    case 71: return Words("NUMBERS IN MILLIMETRES (LENGTHS), DEGREES, RPM AND SECONDS");
+    default: return Words("NUMBERS IN THE DOCUMENT'S UNIT %1 (LENGTHS), DEGREES, RPM AND SECONDS", {Value(Number(code))});
     }
 }
 
-QString SpindleDirectionName(int direction)
+NcText SpindleDirectionName(int direction)
 {
     switch (direction) {
-    case -1: return QStringLiteral("FORWARD");
-    case 0: return QStringLiteral("NONE");
-    case 1: return QStringLiteral("REVERSE");
-    default: return QStringLiteral("UNKNOWN ") + Number(direction);
+    case -1: return Words("FORWARD");
+    case 0: return Words("NONE");
+    case 1: return Words("REVERSE");
+    default: return Words("UNKNOWN %1", {Value(Number(direction))});
     }
 }
 
-QString BarLoaderTypeText(double type)
+NcText BarLoaderTypeText(double type)
 {
-    const QString name = type == 0   ? QStringLiteral("HYDROSTATIC")
-                         : type == 1 ? QStringLiteral("MAGAZINE, SUB PROGRAM")
-                         : type == 2 ? QStringLiteral("MAGAZINE, M CODE")
-                                     : QStringLiteral("UNKNOWN");
-    return Number(type) + QStringLiteral(" (") + name + QLatin1Char(')');
+    const char* name = type == 0   ? "HYDROSTATIC"
+                       : type == 1 ? "MAGAZINE, SUB PROGRAM"
+                       : type == 2 ? "MAGAZINE, M CODE"
+                                   : "UNKNOWN";
+    return NcText{QStringLiteral("%1 (%2)"), false, {Value(Number(type)), Words(name)}, 0};
 }
 
 bool IsText(const QVariant& value)
@@ -162,129 +181,131 @@ public:
         }
     }
 
-    QString Write()
+    std::vector<NcText> Write()
     {
         WriteHeader();
         WriteDataPage();
         WriteTools();
         WriteOperations();
         WriteSyncs();
-        return lines_.join(QLatin1Char('\n')) + QLatin1Char('\n');
+        return std::move(lines_);
     }
 
 private:
-    void Line(const QString& text) { lines_.append(text); }
+    void Line(NcText text) { lines_.push_back(std::move(text)); }
+    // A line indented by two spaces.
+    void Item(NcText text) { Line(NcText{QStringLiteral("  %1"), false, {std::move(text)}, 0}); }
 
-    void Field(const QString& label, const QString& value)
+    // "813 Work Receiver No.(##)   25": the values of a listing's fields stand
+    // in one column, after the widest label in the language shown.
+    void Field(NcText label, NcText value)
     {
-        Line(QStringLiteral("  ") + label.leftJustified(kLabelWidth) + value);
+        label.width = NcText::kField;
+        Item(NcText{QStringLiteral("%1 %2"), false, {std::move(label), std::move(value)}, 0});
     }
 
     void WriteHeader()
     {
         const NCHeadData* head = head_.head;
-        Line(head ? QStringLiteral("HEAD %1 OF %2").arg(Number(head_.number), Number(head_.count))
-                  : QStringLiteral("MACHINE (NO NC HEADS)"));
+        Line(head ? Words("HEAD %1 OF %2", {Value(Number(head_.number)), Value(Number(head_.count))})
+                  : Words("MACHINE (NO NC HEADS)"));
         const QString name = head && !head->programName.isEmpty() ? head->programName : setup_.programName;
         const int number = head && head->programNumber != 0 ? head->programNumber : setup_.programNumber;
-        Line(QStringLiteral("PROGRAM O") + Number(number) + QLatin1Char(' ') + Quoted(name));
+        Line(Words("PROGRAM %1 %2", {Value(QLatin1Char('O') + Number(number)), Value(Quoted(name))}));
         if (head)
-            Line(QStringLiteral("COMMENT ") + Quoted(head->comment));
-        Line(QStringLiteral("OUTPUT UNIT ") + UnitName(head ? head->outputUnit : document_.unitSystem));
-        Line(QStringLiteral("DOCUMENT UNIT ") + UnitName(document_.unitSystem));
+            Line(Words("COMMENT %1", {Value(Quoted(head->comment))}));
+        Line(Words("OUTPUT UNIT %1", {UnitName(head ? head->outputUnit : document_.unitSystem)}));
+        Line(Words("DOCUMENT UNIT %1", {UnitName(document_.unitSystem)}));
         // The numbers below are the document's values, whatever the output unit.
-        Line(QStringLiteral("NUMBERS IN ") + NumbersUnit(document_.unitSystem)
-             + QStringLiteral(" (LENGTHS), DEGREES, RPM AND SECONDS"));
+        Line(NumbersNote(document_.unitSystem));
     }
 
     void WriteDataPage()
     {
-        Section(QStringLiteral("DATA PAGE"));
+        Section("DATA PAGE");
         for (const DataPageParameter& parameter : kDataPageParameters) {
             const auto it = setup_.params.constFind(parameter.number);
-            Field(Number(parameter.number) + QLatin1Char(' ') + QLatin1String(parameter.caption),
-                  it == setup_.params.cend() ? QStringLiteral("(NOT SET)") : Number(*it));
+            Field(Joined({Value(Number(parameter.number)), Words(parameter.caption)}),
+                  it == setup_.params.cend() ? Words("(NOT SET)") : Value(Number(*it)));
         }
-        Field(QStringLiteral("Face Amount"), Number(setup_.faceAmount));
-        Field(QStringLiteral("Startup Spindle Speed"), Number(setup_.startupSpindleSpeed));
-        Field(QStringLiteral("Bar Loader Dwell (s)"), Number(setup_.barLoaderDwell));
-        Field(QStringLiteral("Bar Loader Type"), BarLoaderTypeText(setup_.barLoaderType));
-        Field(QStringLiteral("Bar Loader Sub Program"), Quoted(setup_.barLoaderSubProgram));
-        Field(QStringLiteral("Bar Loader Command"),
-              setup_.barLoaderCommand.isEmpty() ? QStringLiteral("(NONE)") : setup_.barLoaderCommand);
+        Field(Words("Face Amount"), Value(Number(setup_.faceAmount)));
+        Field(Words("Startup Spindle Speed"), Value(Number(setup_.startupSpindleSpeed)));
+        Field(Words("Bar Loader Dwell (s)"), Value(Number(setup_.barLoaderDwell)));
+        Field(Words("Bar Loader Type"), BarLoaderTypeText(setup_.barLoaderType));
+        Field(Words("Bar Loader Sub Program"), Value(Quoted(setup_.barLoaderSubProgram)));
+        Field(Words("Bar Loader Command"),
+              setup_.barLoaderCommand.isEmpty() ? Words("(NONE)") : Value(setup_.barLoaderCommand));
     }
 
     void WriteTools()
     {
-        Section(QStringLiteral("TOOLS"));
+        Section("TOOLS");
         for (const ToolData* tool : tools_)
-            Line(QStringLiteral("  T%1 ID=%2 X=%3 Y=%4 Z=%5 SPINDLE=%6 GEAR=%7 HOLDER=%8 TURRET=%9")
-                     .arg(Number(tool->number), Quoted(tool->toolId), Number(tool->xShift),
-                          Number(tool->yShift), Number(tool->zShift),
-                          SpindleDirectionName(tool->spindleDirection), Number(tool->gearRatio),
-                          Number(tool->holderIndex), Number(tool->turretNumber))
-                 + QStringLiteral(" STATION=%1 UNIT=%2 COMMENT=%3")
-                       .arg(Number(tool->stationIndex), UnitName(tool->unitSystem), Quoted(tool->comment)));
+            Item(Words("T%1 ID=%2 X=%3 Y=%4 Z=%5 SPINDLE=%6 GEAR=%7 HOLDER=%8 TURRET=%9 STATION=%10 UNIT=%11 COMMENT=%12",
+                       {Value(Number(tool->number)), Value(Quoted(tool->toolId)), Value(Number(tool->xShift)),
+                        Value(Number(tool->yShift)), Value(Number(tool->zShift)),
+                        SpindleDirectionName(tool->spindleDirection), Value(Number(tool->gearRatio)),
+                        Value(Number(tool->holderIndex)), Value(Number(tool->turretNumber)),
+                        Value(Number(tool->stationIndex)), UnitName(tool->unitSystem), Value(Quoted(tool->comment))}));
         if (tools_.isEmpty())
-            Line(QStringLiteral("  (NONE)"));
+            Item(Words("(NONE)"));
     }
 
     void WriteOperations()
     {
-        Section(QStringLiteral("OPERATIONS"));
+        Section("OPERATIONS");
         bool any = false;
         for (const OperationData* operation : operations_) {
             if (!BelongsToHead(*operation))
                 continue;
             any = true;
-            Line(QStringLiteral("  ") + OperationLine(*operation));
+            Item(OperationLine(*operation));
             WriteSyncsOf(*operation);
         }
         if (!any)
-            Line(QStringLiteral("  (NONE)"));
+            Item(Words("(NONE)"));
     }
 
     void WriteSyncs()
     {
-        Section(QStringLiteral("SYNCS"));
+        Section("SYNCS");
         for (qsizetype i = 0; i < syncs_.size(); ++i) {
-            QStringList nodes;
+            std::vector<NcText> nodes;
             for (const SyncNodeData& node : syncs_[i]->nodes)
                 if (!IsEmptyNode(node))
-                    nodes.append(NodeText(node));
-            Line(QStringLiteral("  #%1 %2 %3")
-                     .arg(Number(double(i + 1)), TypeName(*syncs_[i]),
-                          nodes.isEmpty() ? QStringLiteral("NO NODES") : nodes.join(QStringLiteral(", "))));
+                    nodes.push_back(NodeText(node));
+            Item(Joined({Value(QLatin1Char('#') + Number(double(i + 1))), TypeName(*syncs_[i]),
+                         nodes.empty() ? Words("NO NODES") : Joined(nodes, QStringLiteral(", "))}));
         }
         if (syncs_.isEmpty())
-            Line(QStringLiteral("  (NONE)"));
+            Item(Words("(NONE)"));
     }
 
-    void Section(const QString& title)
+    void Section(const char* title)
     {
-        Line(QString());
-        Line(title);
+        Line(Value(QString()));
+        Line(Words(title));
     }
 
     // "OP 7 "Face" TYPE=37 TOOL=T1 ID="OD55" HEAD=1 SUPPRESSED"
-    QString OperationLine(const OperationData& operation) const
+    NcText OperationLine(const OperationData& operation) const
     {
         const TechnologyData* technology = operation.technology.get();
-        QString line = QStringLiteral("OP %1 %2 TYPE=%3")
-                           .arg(Number(numbers_.value(&operation)), Quoted(operation.name),
-                                Number(technology ? technology->type : 0));
+        std::vector<NcText> parts{Words("OP %1 %2 TYPE=%3", {Value(Number(numbers_.value(&operation))),
+                                                             Value(Quoted(operation.name)),
+                                                             Value(Number(technology ? technology->type : 0))})};
         if (const auto toolId = ToolIdOf(technology)) {
             const ToolData* tool = FindTool(*toolId);
-            line += QStringLiteral(" TOOL=") + (tool ? QLatin1Char('T') + Number(tool->number) : QStringLiteral("?"))
-                    + QStringLiteral(" ID=") + Quoted(*toolId);
+            parts.push_back(Words("TOOL=%1 ID=%2", {Value(tool ? QLatin1Char('T') + Number(tool->number) : QStringLiteral("?")),
+                                                   Value(Quoted(*toolId))}));
         } else {
-            line += QStringLiteral(" TOOL=NONE");
+            parts.push_back(Words("TOOL=NONE"));
         }
         if (const ParameterData* headId = FindParameter(technology, "HeadID"))
-            line += QStringLiteral(" HEAD=") + TextOf(headId->value);
+            parts.push_back(Words("HEAD=%1", {Value(TextOf(headId->value))}));
         if (operation.suppressed)
-            line += QStringLiteral(" SUPPRESSED");
-        return line;
+            parts.push_back(Words("SUPPRESSED"));
+        return Joined(parts);
     }
 
     // One line per node of a synchronisation that names the operation:
@@ -296,30 +317,30 @@ private:
             for (std::size_t own = 0; own < nodes.size(); ++own) {
                 if (nodes[own].operationId == 0 || nodes[own].operationId != operation.id)
                     continue;
-                QStringList others;
+                std::vector<NcText> others;
                 for (std::size_t other = 0; other < nodes.size(); ++other)
                     if (other != own && !IsEmptyNode(nodes[other]))
-                        others.append(NodeText(nodes[other]));
-                Line(QStringLiteral("    SYNC %1 #%2 %3 WITH %4")
-                         .arg(TypeName(*syncs_[i]), Number(double(i + 1)), PlacementText(nodes[own]),
-                              others.isEmpty() ? QStringLiteral("NO OTHER NODE")
-                                               : others.join(QStringLiteral(", "))));
+                        others.push_back(NodeText(nodes[other]));
+                Item(NcText{QStringLiteral("  %1"), false,
+                            {Words("SYNC %1 #%2 %3 WITH %4",
+                                   {TypeName(*syncs_[i]), Value(Number(double(i + 1))), Value(PlacementText(nodes[own])),
+                                    others.empty() ? Words("NO OTHER NODE") : Joined(others, QStringLiteral(", "))})},
+                            0});
             }
         }
     }
 
-    QString NodeText(const SyncNodeData& node) const
+    NcText NodeText(const SyncNodeData& node) const
     {
-        QString operation;
+        NcText operation;
         if (node.operationId == 0) {
-            operation = QStringLiteral("NO OPERATION");
+            operation = Words("NO OPERATION");
         } else {
             const OperationData* found = byId_.value(node.operationId);
-            operation = found ? QStringLiteral("OP ") + Number(numbers_.value(found))
-                                    + QLatin1Char(' ') + Quoted(found->name)
-                              : QStringLiteral("OP (MISSING ID ") + Number(node.operationId) + QLatin1Char(')');
+            operation = found ? Words("OP %1 %2", {Value(Number(numbers_.value(found))), Value(Quoted(found->name))})
+                              : Words("OP (MISSING ID %1)", {Value(Number(node.operationId))});
         }
-        return operation + QLatin1Char(' ') + PlacementText(node);
+        return Joined({operation, Value(PlacementText(node))});
     }
 
     static QString PlacementText(const SyncNodeData& node)
@@ -328,13 +349,13 @@ private:
     }
 
     // The name of the setup entry that the type index points to.
-    QString TypeName(const SyncData& sync) const
+    NcText TypeName(const SyncData& sync) const
     {
         const qsizetype index = sync.typeIndex;
         if (index < 1 || index > setup_.setupEntries.size() || !setup_.setupEntries[index - 1]
             || setup_.setupEntries[index - 1]->name.isEmpty())
-            return QStringLiteral("(NO TYPE)");
-        return setup_.setupEntries[index - 1]->name;
+            return Words("(NO TYPE)");
+        return Value(setup_.setupEntries[index - 1]->name);
     }
 
     // Operations whose "HeadID" names one of the heads belong to that head
@@ -364,10 +385,77 @@ private:
     const QList<const SyncData*> syncs_;
     QHash<const OperationData*, int> numbers_; // in document order, from 1
     QHash<int, const OperationData*> byId_;
-    QStringList lines_;
+    std::vector<NcText> lines_;
 };
 
 } // namespace
+
+int NcText::FieldWidth(const host::Localizer* localizer) const
+{
+    int widest = width == kField ? int(Shown(localizer).size()) : 0;
+    for (const NcText& arg : args)
+        widest = std::max(widest, arg.FieldWidth(localizer));
+    return widest;
+}
+
+QString NcText::Shown(const host::Localizer* localizer, int fieldWidth) const
+{
+    const QString format = words && localizer ? localizer->Translate(text) : text;
+    QString shown;
+    if (args.empty()) {
+        shown = format;
+    } else {
+        // %1..%n replaced in one pass, so that a value holding "%2" stays as it is
+        for (qsizetype i = 0; i < format.size(); ++i) {
+            std::size_t n = 0;
+            qsizetype digits = 0;
+            while (format.at(i) == QLatin1Char('%') && i + 1 + digits < format.size() && digits < 2
+                   && format.at(i + 1 + digits).isDigit()) {
+                const std::size_t longer = n * 10 + std::size_t(format.at(i + 1 + digits).digitValue());
+                if (longer < 1 || longer > args.size())
+                    break;
+                n = longer;
+                ++digits;
+            }
+            if (n == 0) {
+                shown += format.at(i);
+                continue;
+            }
+            shown += args[n - 1].Shown(localizer, fieldWidth);
+            i += digits;
+        }
+    }
+    return width == kField ? shown.leftJustified(fieldWidth) : shown;
+}
+
+NcListings::NcListings(const DocumentData& document)
+{
+    const QList<const NCHeadData*> heads = Present(document.machineSetup.heads);
+    if (heads.isEmpty())
+        heads_.push_back(ListingWriter(document, ListingHead{}).Write());
+    for (qsizetype i = 0; i < heads.size(); ++i)
+        heads_.push_back(ListingWriter(document, ListingHead{int(i + 1), int(heads.size()), heads[i]}).Write());
+}
+
+QStringList NcListings::Heads(const host::Localizer* localizer) const
+{
+    QStringList listings;
+    for (const std::vector<NcText>& lines : heads_) {
+        int fieldWidth = kLabelWidth;
+        for (const NcText& line : lines)
+            fieldWidth = std::max(fieldWidth, line.FieldWidth(localizer));
+        QString listing;
+        for (const NcText& line : lines)
+            listing += line.Shown(localizer, fieldWidth) + QLatin1Char('\n');
+        listings.append(listing);
+    }
+    return listings;
+}
+
+QString NcListings::Text(const host::Localizer* localizer) const
+{
+    return Heads(localizer).join(QLatin1Char('\n'));
+}
 
 QList<DataPageParameter> DataPageParameters()
 {
@@ -384,21 +472,14 @@ int OperationNumber(const DocumentData& document, int operationId)
     return 0;
 }
 
-QStringList GenerateNcListings(const DocumentData& document)
+QStringList GenerateNcListings(const DocumentData& document, const host::Localizer* localizer)
 {
-    const QList<const NCHeadData*> heads = Present(document.machineSetup.heads);
-    if (heads.isEmpty())
-        return {ListingWriter(document, ListingHead{}).Write()};
-
-    QStringList listings;
-    for (qsizetype i = 0; i < heads.size(); ++i)
-        listings.append(ListingWriter(document, ListingHead{int(i + 1), int(heads.size()), heads[i]}).Write());
-    return listings;
+    return NcListings(document).Heads(localizer);
 }
 
-QString GenerateNcListing(const DocumentData& document)
+QString GenerateNcListing(const DocumentData& document, const host::Localizer* localizer)
 {
-    return GenerateNcListings(document).join(QLatin1Char('\n'));
+    return NcListings(document).Text(localizer);
 }
 
 } // namespace feldra

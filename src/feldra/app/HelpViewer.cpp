@@ -38,18 +38,49 @@ public:
     using QTextBrowser::QTextBrowser;
 
     void setEngine(QHelpEngine* engine) { engine_ = engine; }
+    // The page and place the viewer is showing now; a load of that page
+    // meanwhile is at that place (QTextBrowser reads a page again without it).
+    void setAsked(const QUrl& url) { asked_ = url; }
 
     // Pages, pictures and style sheets, named relative to the page or in full.
+    // A line of a page for a reader who comes from one place (<p
+    // class="from"> with an <a name> inside) is shown only when the page is
+    // opened at that place: the index opened from the Data Page's Machine
+    // Data tab, "Index.htm#FromDataPageMachine", begins with the way to that
+    // tab's topic, the index opened otherwise does not.
     QVariant loadResource(int type, const QUrl& url) override
     {
         const QUrl resolved = url.isRelative() ? source().resolved(url) : url;
-        if (engine_ && resolved.scheme() == QLatin1String("qthelp"))
-            return engine_->fileData(resolved);
+        if (engine_ && resolved.scheme() == QLatin1String("qthelp")) {
+            const QByteArray data = engine_->fileData(resolved);
+            if (type != QTextDocument::HtmlResource || !data.contains("class=\"from\""))
+                return data;
+            static const QRegularExpression line(QStringLiteral("<p class=\"from\">.*?</p>\\s*"),
+                                                 QRegularExpression::DotMatchesEverythingOption);
+            QString fragment = resolved.fragment();
+            if (fragment.isEmpty() && asked_.adjusted(QUrl::RemoveFragment) == resolved.adjusted(QUrl::RemoveFragment))
+                fragment = asked_.fragment();
+            QString page = QString::fromUtf8(data);
+            const QString place = QStringLiteral("<a name=\"%1\">").arg(fragment);
+            for (qsizetype at = 0;;) {
+                const auto match = line.match(page, at);
+                if (!match.hasMatch())
+                    break;
+                if (!fragment.isEmpty() && match.captured().contains(place)) {
+                    at = match.capturedEnd();
+                    continue;
+                }
+                page.remove(match.capturedStart(), match.capturedLength());
+                at = match.capturedStart();
+            }
+            return page.toUtf8();
+        }
         return QTextBrowser::loadResource(type, url);
     }
 
 private:
     QHelpEngine* engine_ = nullptr;
+    QUrl asked_;
 };
 
 namespace {
@@ -327,10 +358,17 @@ void HelpViewer::showUrl(const QUrl& url)
     page_->setExtraSelections({});
     if (url.isEmpty())
         return;
-    // A page asked for again goes back to its place without a second entry in the history.
-    if (url != page_->source())
+    // A page asked for again goes back to its place without a second entry in
+    // the history; asked for at another place, it is read again, for the lines
+    // that depend on the place.
+    if (url != page_->source()) {
+        const bool samePage = url.adjusted(QUrl::RemoveFragment) == page_->source().adjusted(QUrl::RemoveFragment);
+        page_->setAsked(url);
         page_->setSource(url);
-    else if (url.fragment().isEmpty())
+        if (samePage)
+            page_->reload();
+        page_->setAsked({});
+    } else if (url.fragment().isEmpty())
         page_->verticalScrollBar()->setValue(0);
     else
         page_->scrollToAnchor(url.fragment());

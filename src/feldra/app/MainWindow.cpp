@@ -553,6 +553,8 @@ void MainWindow::retranslate()
     localizer_.TranslateForm(help_);
     if (ncCancelled_)
         nc_->setPlainText(localizer_.Translate("NC code generation was cancelled."));
+    if (ncListings_)
+        nc_->setPlainText(ncListings_->Text(&localizer_));
     RefreshAll();
 }
 
@@ -745,16 +747,27 @@ void MainWindow::ShowSimulation(const QList<SimulatedOperation>& operations)
 void MainWindow::ShowNcListing(const QString& listing)
 {
     ncCancelled_ = false;
+    ncListings_.reset();
     nc_->setPlainText(listing);
     panes_->setCurrentWidget(nc_);
+}
+
+void MainWindow::ShowNcListing(const NcListings& listings)
+{
+    ShowNcListing(listings.Text(&localizer_));
+    ncListings_ = listings;
 }
 
 void MainWindow::GenerateNcCode()
 {
     attempt([&] {
-        const std::optional<QString> listing = feldra::GenerateNcCode(host_);
-        ShowNcListing(listing ? *listing : localizer_.Translate("NC code generation was cancelled."));
-        ncCancelled_ = !listing; // the pane's text follows the language
+        const std::optional<NcListings> listings = feldra::GenerateNcCodeListings(host_);
+        if (listings) {
+            ShowNcListing(*listings);
+            return;
+        }
+        ShowNcListing(localizer_.Translate("NC code generation was cancelled."));
+        ncCancelled_ = true; // the pane's text follows the language
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feldra/Host.h"
+#include "feldra/NcListing.h"
 #include "feldra/HostActions.h"
 #include "feldra/QtLocalizer.h"
 #include "feldra/SimulationRunner.h"
@@ -77,6 +78,9 @@ public:
     void RefreshAll();
     void ShowSimulation(const QList<SimulatedOperation>& operations);
     void ShowNcListing(const QString& listing);
+    // The listings shown in the language of the window, and again in the new
+    // language when the user switches.
+    void ShowNcListing(const NcListings& listings);
 
     QToolBar* CommandBarToolBar(int number) const;
     HelpViewer* Help() const { return help_; }
@@ -159,6 +163,7 @@ private:
     SimulationPane* simulation_;
     QPlainTextEdit* nc_;
     bool ncCancelled_ = false; // the NC pane shows that generation was cancelled
+    std::optional<NcListings> ncListings_; // the listings the NC pane shows
     QPlainTextEdit* log_;
     QCheckBox* logDetails_ = nullptr;
     HelpViewer* help_;
