@@ -752,6 +752,8 @@ void MainWindow::ShowNcListing(const QString& listing)
     panes_->setCurrentWidget(nc_);
 }
 
+QString MainWindow::NcText() const { return nc_->toPlainText(); }
+
 void MainWindow::ShowNcListing(const NcListings& listings)
 {
     ShowNcListing(listings.Text(&localizer_));

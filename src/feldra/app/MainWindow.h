@@ -78,6 +78,8 @@ public:
     void RefreshAll();
     void ShowSimulation(const QList<SimulatedOperation>& operations);
     void ShowNcListing(const QString& listing);
+    // What the NC pane shows.
+    QString NcText() const;
     // The listings shown in the language of the window, and again in the new
     // language when the user switches.
     void ShowNcListing(const NcListings& listings);

@@ -253,11 +253,11 @@ QJSValue MacroApi::runHostCommand(int id)
     return call([&] {
         if (id != kGenerateNcCommand)
             Fail(QStringLiteral("Feldra has no host command %1 (3320 generates NC code).").arg(id));
-        const std::optional<QString> listing = GenerateNcCode(host_);
-        if (!listing)
+        const std::optional<NcListings> listings = GenerateNcCodeListings(host_);
+        if (!listings)
             return QJSValue(QJSValue::NullValue);
-        window_.ShowNcListing(*listing);
-        return QJSValue(*listing);
+        window_.ShowNcListing(*listings);
+        return QJSValue(window_.NcText());
     });
 }
 

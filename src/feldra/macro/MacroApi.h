@@ -42,7 +42,8 @@ public:
     Q_INVOKABLE QJSValue commands();
     // runCommand(cookie, id) or runCommand(caption); a disabled command fails.
     Q_INVOKABLE void runCommand(const QJSValue& cookieOrCaption, const QJSValue& id = {});
-    // 3320 generates NC code: the listing, or null when an add-in cancels it.
+    // 3320 generates NC code: the listing as the NC pane shows it, in the
+    // window's language, or null when an add-in cancels it.
     Q_INVOKABLE QJSValue runHostCommand(int id);
 
     // The host's technology edit of the operation at position (from 1), as
