@@ -5,10 +5,14 @@
 // bytes in use, after less before) and the time of one undo and redo.
 #include "AutoSyncDocuments.h"
 
+#include "addin/ui/UiServices.h"
 #include "autosync/frmAutoSync.h"
 #include "feldra/Host.h"
+#include "feldra/MessageBoxRecorder.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QTemporaryDir>
 #include <QListWidget>
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -19,6 +23,9 @@ constexpr int kTools = 1000;
 constexpr int kOperations = 2000;
 constexpr int kSyncs = 400;
 constexpr int kSteps = 100;
+
+// Auto Sync's messages, counted: an OK it refuses makes no step.
+const auto messages = std::make_shared<feldra::MessageBoxRecorder>();
 
 double HeapInUse() { return double(mallinfo2().uordblks); }
 
@@ -69,6 +76,7 @@ void UndoHistoryOfAutoSync(benchmark::State& state)
 
         state.PauseTiming();
         state.counters["steps"] = part.document->history.Stack().count();
+        state.counters["messages"] = double(messages->Messages().size());
         state.counters["history_MB"] = (HeapInUse() - before) / 1e6;
         state.ResumeTiming();
     }
@@ -90,3 +98,16 @@ void UndoRedoAutoSync(benchmark::State& state)
 
 BENCHMARK(UndoHistoryOfAutoSync)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(UndoRedoAutoSync)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryDir settings;
+    qputenv("MARELON_SETTINGS_DIR", settings.path().toLocal8Bit());
+    QApplication application(argc, argv);
+    marelon::InstallUiServices(nullptr, messages);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

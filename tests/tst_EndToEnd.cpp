@@ -99,6 +99,10 @@ class tst_EndToEnd : public QObject {
         QProcess feldra;
         feldra.setWorkingDirectory(work_);
         feldra.setProcessChannelMode(QProcess::MergedChannels);
+        // The application's own settings (its language) from a folder of the test, not the user's.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), stores_->Path() + QStringLiteral("/config"));
+        feldra.setProcessEnvironment(environment);
         feldra.start(kFeldra, arguments);
         const bool finished = feldra.waitForFinished(120000);
         const QByteArray output = feldra.readAll();

@@ -56,12 +56,12 @@ struct DocumentHistory::RecordCopyOf final : RecordCopy {
 
 class DocumentHistory::ChangeStep final : public QUndoCommand {
 public:
-    ChangeStep(QString name, int commandHandle, Changes changes)
-        : name_(std::move(name)), commandHandle_(commandHandle), changes_(std::move(changes))
+    ChangeStep(QString name, int command, Changes changes)
+        : name_(std::move(name)), command_(command), changes_(std::move(changes))
     {
     }
     const QString& Name() const { return name_; }
-    int CommandHandle() const { return commandHandle_; }
+    int Command() const { return command_; }
 
     // True when the document reads the same before and after the step: its
     // records were only replaced by equal ones (Auto Sync finding the
@@ -96,7 +96,7 @@ public:
 
 private:
     QString name_;
-    int commandHandle_;
+    int command_;
     Changes changes_;
     bool done_ = false;
 };
@@ -136,7 +136,7 @@ void DocumentHistory::takeCopy()
     pending_ = false;
 }
 
-bool DocumentHistory::Commit(const QString& name, int commandHandle, const Titler& title)
+bool DocumentHistory::Commit(const QString& name, int command, const Titler& title)
 {
     if (!pending_)
         return false;
@@ -159,13 +159,13 @@ bool DocumentHistory::Commit(const QString& name, int commandHandle, const Title
     });
     // Records taken out of the document live on in the values of the step.
     std::erase_if(copy_, [this](const auto& entry) { return entry.second->generation != generation_; });
-    auto* step = new ChangeStep(name, commandHandle, std::move(changes));
+    auto* step = new ChangeStep(name, command, std::move(changes));
     if (step->ChangesNothing(document_.data)) {
         delete step;
         document_.modified = !stack_.isClean();
         return false;
     }
-    step->setText(title ? title(name, commandHandle) : name);
+    step->setText(title ? title(name, command) : name);
     pushing_ = true;
     stack_.push(step);
     pushing_ = false;
@@ -177,7 +177,7 @@ void DocumentHistory::Retitle(const Titler& title)
 {
     for (int i = 0; i < stack_.count(); ++i) {
         auto* step = const_cast<ChangeStep*>(static_cast<const ChangeStep*>(stack_.command(i)));
-        step->setText(title(step->Name(), step->CommandHandle()));
+        step->setText(title(step->Name(), step->Command()));
     }
 }
 
@@ -193,18 +193,6 @@ void DocumentHistory::MarkSaved()
 {
     stack_.setClean();
     document_.modified = pending_;
-}
-
-QString DocumentHistory::StepName(int index) const
-{
-    const auto* step = static_cast<const ChangeStep*>(stack_.command(index));
-    return step ? step->Name() : QString();
-}
-
-int DocumentHistory::StepCommand(int index) const
-{
-    const auto* step = static_cast<const ChangeStep*>(stack_.command(index));
-    return step ? step->CommandHandle() : 0;
 }
 
 // After an undo or redo the copy is taken again: the records' values are now

@@ -26,8 +26,8 @@ class DocumentHistory : public QObject {
     Q_OBJECT
 public:
     // The title of a step in the user's language, from the name the host gave
-    // it and, for an add-in command, the command's handle (0 for none).
-    using Titler = std::function<QString(const QString& name, int commandHandle)>;
+    // it and, for an add-in command, the command's key (0 for none).
+    using Titler = std::function<QString(const QString& name, int command)>;
 
     explicit DocumentHistory(DocumentState& document);
     ~DocumentHistory() override;
@@ -46,7 +46,7 @@ public:
     // The changes since the last step as one step; false when nothing changed,
     // and then the document is modified only if the history is not at the
     // state last saved.
-    bool Commit(const QString& name, int commandHandle, const Titler& title);
+    bool Commit(const QString& name, int command, const Titler& title);
     // Gives every step its title again (after a change of language).
     void Retitle(const Titler& title);
     // Takes changes made since the last step (by the add-ins answering an undo)
@@ -58,9 +58,6 @@ public:
 
     QUndoStack& Stack() { return stack_; }
     const QUndoStack& Stack() const { return stack_; }
-    // The name and command handle of the step at index (from 0).
-    QString StepName(int index) const;
-    int StepCommand(int index) const;
 
 signals:
     // An undo or redo has put the document into another state.

@@ -125,7 +125,7 @@ bool Host::InvokeCommand(int commandHandle)
     if (!command)
         return false;
     const CommandData call = *command; // the handler may remove the command
-    Step step(*this, QString(), commandHandle);
+    Step step(*this, ctx_->app.CommandCaption(commandHandle), StepCommand(call));
     ctx_->CommandEvents(call.cookie).Raise(ctx_->log, "AddInCommands.OnCommand", [&](host::AddInCommandsEvents& sink) {
         sink.OnCommand(call.cookie, call.id);
     });
@@ -193,6 +193,11 @@ Host::EditOutcome Host::EditTechnology(const std::shared_ptr<DocumentState>& doc
 
 // ---- undo ------------------------------------------------------------------------
 
+// An add-in command's key in the undo history: its add-in's cookie and its
+// id, which stay when the add-in connects again under another language and
+// its commands get new handles.
+int Host::StepCommand(const CommandData& command) { return command.cookie << 16 | (command.id & 0xffff); }
+
 Host::Step::Step(Host& host, const QString& name, int commandHandle) : host_(host)
 {
     if (host_.stepDepth_ == 0) {
@@ -221,13 +226,14 @@ void Host::CommitChanges(const QString& name, int commandHandle)
         document->history.Commit(stepName, stepCommand, title);
 }
 
-QString Host::StepTitle(const QString& name, int commandHandle) const
+QString Host::StepTitle(const QString& name, int command) const
 {
-    if (commandHandle != 0) {
-        const QString caption = ctx_->app.CommandCaption(commandHandle);
-        if (!caption.isEmpty())
-            return caption;
-    }
+    for (const CommandData& data : ctx_->app.commands)
+        if (command != 0 && StepCommand(data) == command) {
+            const QString caption = ctx_->app.CommandCaption(data.handle);
+            if (!caption.isEmpty())
+                return caption;
+        }
     return ctx_->services.translateStep ? ctx_->services.translateStep(name) : name;
 }
 

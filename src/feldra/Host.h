@@ -85,7 +85,8 @@ public:
     // their own first.
     class Step {
     public:
-        Step(Host& host, const QString& name, int commandHandle = 0);
+        // command: an add-in command's key (StepCommand), 0 for the host's own.
+        Step(Host& host, const QString& name, int command = 0);
         ~Step();
         Step(const Step&) = delete;
         Step& operator=(const Step&) = delete;
@@ -96,10 +97,13 @@ public:
     // Records the changes not yet in a step as one, named name; the last
     // command's name when name is empty. Nothing while a Step stands: its
     // end records them.
-    void CommitChanges(const QString& name = {}, int commandHandle = 0);
-    // The title of a step in the host's language: an add-in command's caption,
-    // or the host's name of it translated by the window (HostServices::stepTitle).
-    QString StepTitle(const QString& name, int commandHandle) const;
+    void CommitChanges(const QString& name = {}, int command = 0);
+    // The title of a step in the host's language: an add-in command's caption
+    // as the add-in gives it now, or the host's name of it translated by the
+    // window (HostServices::translateStep).
+    QString StepTitle(const QString& name, int command) const;
+    // The key of an add-in command in the undo history.
+    static int StepCommand(const CommandData& command);
     // Undo and redo on the active document. Each throws host::HostError when
     // it cannot run: no document, nothing to undo or redo, a dialog of an
     // add-in open or a command running. After either the add-ins see the

@@ -54,6 +54,11 @@ step('autosync', 'Auto Sync', () => {
     feldra.runCommand('Auto Sync');
 });
 
+// The step's title follows the add-in's caption into another language.
+feldra.setLanguage(1031);
+check('autosync', `Undo names "${feldra.undoText()}" in German`, feldra.undoText() === 'Auto-Sync');
+feldra.setLanguage(1033);
+
 // Auto Sync on its own result makes the synchronisations the part has: no step.
 feldra.save('autosync-again.fdoc');
 const before = feldra.undoText();
