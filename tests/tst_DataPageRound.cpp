@@ -1,4 +1,5 @@
 #include "DataPageFixture.h"
+#include "feldra/DocumentFile.h"
 
 #include <QRadioButton>
 #include <QSettings>
@@ -731,8 +732,14 @@ private slots:
             f.document->data.operations.last()->featureKey = outline;
         if (change == int(Outline::MovedToLayer0))
             f.document->Feature(outline)->layer = "0";
-        for (int i = 0; i < oks; ++i)
+        // OK on what the same OK wrote leaves the whole part as it was.
+        const bool same = first == then && change == int(Outline::Untouched);
+        for (int i = 0; i < oks; ++i) {
+            const QByteArray before = feldra::WriteDocument(f.document->data);
             ok(then, change == int(Outline::ProfileOnIt) ? outline : QString());
+            if (same)
+                QCOMPARE(feldra::WriteDocument(f.document->data), before);
+        }
 
         QStringList keys;
         for (const auto& feature : f.document->data.features)
