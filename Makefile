@@ -17,10 +17,8 @@ configure: deps
 build: configure
 	@cmake --build --preset $(PRESET) -j $(JOBS)
 
-# With CI set, the sanitizer suite runs after the normal one.
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
-	@if [ -n "$(CI)" ]; then $(MAKE) --no-print-directory sanitize; fi
 
 # The whole suite again, built with clang under the address and
 # undefined-behaviour sanitizers (the installed-package test left out).
