@@ -51,11 +51,12 @@ inline std::shared_ptr<feldra::DocumentState> LatheDocument()
         s.heads.append(std::make_shared<NCHeadData>());
     }
 
-    for (auto [number, kind] : {std::pair{1, 17}, std::pair{2, 18}, std::pair{21, 16}})
-        d.tools.append(make<ToolData>([&](ToolData& t) {
-            t.number = number;
-            t.toolId = QStringLiteral("T%1").arg(number);
-            t.toolType = kind;
+    // (clang 14 cannot capture structured bindings: the pair is captured whole)
+    for (const auto& tool : {std::pair{1, 17}, std::pair{2, 18}, std::pair{21, 16}})
+        d.tools.append(make<ToolData>([&tool](ToolData& t) {
+            t.number = tool.first;
+            t.toolId = QStringLiteral("T%1").arg(tool.first);
+            t.toolType = tool.second;
         }));
     d.tools.first()->width = 2.5;
 

@@ -1,8 +1,12 @@
 #include "DataPageFixture.h"
+#include "feldra/DocumentFile.h"
 
 #include <QRadioButton>
 #include <QSettings>
 #include <QTest>
+
+// What is done to a polygon stock's outline between two OKs.
+enum class Outline { Untouched, ProfileOnIt, OperationOnIt, MovedToLayer0 };
 
 // The Data Page round: what it loads from the settings store or the document,
 // what OK checks and writes, and what it keeps as the next defaults.
@@ -658,6 +662,94 @@ private slots:
         QCOMPARE(f.messages->Messages().size(), 1);
         QCOMPARE(f.document->data.simulation.stocks.size(), 1);
         QCOMPARE(f.document->data.simulation.stocks[0]->name, QString("Main Stock"));
+    }
+
+    // OK draws a polygon stock's outline on "Temp" and takes away the one it
+    // drew before, whatever the new stock: repeated OKs leave one outline. The
+    // outline stays when the new stock is a profile swept from it, an
+    // operation is made from it, or it was moved to another layer; a chain of
+    // the user's on "Temp" ("Sketch") always stays.
+    void formerPolygonOutline_data()
+    {
+        QTest::addColumn<int>("first");        // the stock type of the first OK
+        QTest::addColumn<int>("change");       // an Outline: done after the first OK
+        QTest::addColumn<int>("then");         // the stock type of the OKs after it
+        QTest::addColumn<int>("oks");          // how many OKs after it
+        QTest::addColumn<QStringList>("chains"); // the part's chains at the end
+        QTest::addColumn<QString>("profile");  // what "Main Stock" is swept from at the end
+
+        const int polygon = marelon::kPolygon;
+        const int untouched = int(Outline::Untouched);
+        QTest::newRow("polygon again") << polygon << untouched << polygon << 1 << QStringList{"F1", "Sketch", "Chain1"}
+                                       << "Chain1";
+        QTest::newRow("polygon four times more")
+            << polygon << untouched << polygon << 4 << QStringList{"F1", "Sketch", "Chain1"} << "Chain1";
+        QTest::newRow("a bar") << polygon << untouched << int(marelon::kBar) << 1 << QStringList{"F1", "Sketch"} << "";
+        QTest::newRow("a profile swept from the outline") << polygon << int(Outline::ProfileOnIt)
+                                                           << int(marelon::kProfile) << 1
+                                                           << QStringList{"F1", "Sketch", "Chain1"} << "Chain1";
+        QTest::newRow("an operation made from the outline")
+            << polygon << int(Outline::OperationOnIt) << polygon << 1 << QStringList{"F1", "Sketch", "Chain1", "Chain2"}
+            << "Chain2";
+        QTest::newRow("the outline moved to layer 0")
+            << polygon << int(Outline::MovedToLayer0) << polygon << 1 << QStringList{"F1", "Sketch", "Chain1", "Chain2"}
+            << "Chain2";
+        QTest::newRow("a profile swept from a chain of the user's on Temp, then a polygon")
+            << int(marelon::kProfile) << untouched << polygon << 2 << QStringList{"F1", "Sketch", "Chain1"} << "Chain1";
+    }
+
+    void formerPolygonOutline()
+    {
+        QFETCH(int, first);
+        QFETCH(int, change);
+        QFETCH(int, then);
+        QFETCH(int, oks);
+        QFETCH(QStringList, chains);
+        QFETCH(QString, profile);
+        DataPageFixture f;
+        auto temp = std::make_shared<feldra::LayerData>();
+        temp->name = "Temp";
+        f.document->data.layers.append(temp);
+        auto sketch = std::make_shared<feldra::FeatureData>();
+        sketch->key = "Sketch";
+        sketch->layer = "Temp";
+        sketch->elements = {{0, 0, 0}, {5, 0, 0}, {5, 0, -5}, {0, 0, 0}};
+        f.document->data.features.append(sketch);
+        auto ok = [&f](int type, const QString& profileKey) {
+            f.Open();
+            f.SelectModel("L5 16-20");
+            Pick(f, "StockTypeC", type);
+            f.Edit("CircleDiameter").setText("12");
+            f.Edit("FeatureKey").setText(profileKey);
+            f.FillValid();
+            f.Edit("StockLength").setText("40");
+            f.Control<QAbstractButton>("cmdOK").click();
+            QVERIFY(!f.form->isVisible());
+        };
+        ok(first, "Sketch");
+        const QString outline = f.document->data.simulation.stocks.value(0)->featureKey;
+        if (change == int(Outline::OperationOnIt))
+            f.document->data.operations.last()->featureKey = outline;
+        if (change == int(Outline::MovedToLayer0))
+            f.document->Feature(outline)->layer = "0";
+        // OK on what the same OK wrote leaves the whole part as it was.
+        const bool same = first == then && change == int(Outline::Untouched);
+        for (int i = 0; i < oks; ++i) {
+            const QByteArray before = feldra::WriteDocument(f.document->data);
+            ok(then, change == int(Outline::ProfileOnIt) ? outline : QString());
+            if (same)
+                QCOMPARE(feldra::WriteDocument(f.document->data), before);
+        }
+
+        QStringList keys;
+        for (const auto& feature : f.document->data.features)
+            keys << feature->key;
+        QCOMPARE(keys, chains);
+        const auto& stocks = f.document->data.simulation.stocks;
+        QCOMPARE(stocks.size(), profile.isEmpty() ? 0 : 1);
+        if (!profile.isEmpty())
+            QCOMPARE(stocks[0]->featureKey, profile);
+        QCOMPARE(f.messages->Messages().size(), 0);
     }
 
     // A new part takes head 1's program name as its title; a saved one keeps its title.

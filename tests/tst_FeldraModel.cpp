@@ -267,6 +267,20 @@ void tst_FeldraModel::badRequestsAreRefusedAndChangeNothing_data()
     row("second stock of a name", addStock, addStock, "Simulation.AddStock");
     row("delete a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->DeleteStock("Main Stock"); },
         "Simulation.DeleteStock");
+    row("a missing stock", nothing, [](LatheHost& h) { h.document()->Simulation()->Stock("Main Stock"); },
+        "Simulation.Stock");
+    row("remove a chain an operation is made from", nothing,
+        [](LatheHost& h) { h.document()->FeatureChains()->Remove("F1"); }, "FeatureChains.Remove");
+    row("remove a chain a stock is made from",
+        [](LatheHost& h) {
+            h.doc->data.operations[0]->featureKey.clear();
+            h.addStock();
+        },
+        [](LatheHost& h) { h.document()->FeatureChains()->Remove("F1"); }, "FeatureChains.Remove");
+    row("remove a missing chain", nothing, [](LatheHost& h) { h.document()->FeatureChains()->Remove("F2"); },
+        "FeatureChains.Remove");
+    row("layer of a chain on none", nothing, [](LatheHost& h) { h.document()->FeatureChains()->Item("F1")->Layer(); },
+        "Feature.Layer");
     row("button for no command", nothing,
         [](LatheHost& h) { h.app->CommandBars()->Item(23)->AddControl(1, "Ghost", 4711, 1); }, "CommandBar.AddControl");
     row("button beyond the end", [](LatheHost& h) { h.app->AddInCommands()->AddCommand(1, 3, "Marelon"); },

@@ -227,8 +227,17 @@ void WriteStock(frmMarelonDataPage& form, host::Document& document, Remember&& r
     if (type == kPolygon)
         remember([&] { setup->setStockDiameter(Number(form, "CircleDiameter")); });
 
+    // The outline drawn for a polygon stock goes with that stock, before a
+    // new one is drawn (which then takes its key): unless the new stock is a
+    // profile swept from it, or it was moved off "Temp", or an operation or
+    // another stock is made from it (the host refuses; the outline stays).
+    QString formerOutline;
+    if (form.OpenedStockType() == kPolygon)
+        ContinueOnError([&] { formerOutline = PolygonOutlineKey(document); });
     if (form.OpenedStockType() == kPolygon || form.OpenedStockType() == kProfile)
         remember([&] { document.Simulation()->DeleteStock(kMainStock); });
+    if (!formerOutline.isEmpty() && !(type == kProfile && Edit(form, "FeatureKey").text() == formerOutline))
+        ContinueOnError([&] { document.FeatureChains()->Remove(formerOutline); });
     if (type == kPolygon) {
         remember([&] {
             const double start = Number(form, "Zamount");

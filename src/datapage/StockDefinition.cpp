@@ -6,6 +6,7 @@
 #include "addin/host/FeatureChains.h"
 #include "addin/host/GeometryUtility.h"
 #include "addin/host/HostError.h"
+#include "addin/host/Layer.h"
 #include "addin/host/Layers.h"
 #include "addin/host/MachineSetup.h"
 #include "addin/host/Simulation.h"
@@ -119,6 +120,12 @@ void BuildPolygonStock(host::Application& application, int circleKind, double di
     chain->setLayer(LayerNamed(*document, kTempLayer));
     geometry->RotateAboutY(chain, Pi() / 2);
     AddMainStock(*document, chain, start, length);
+}
+
+QString PolygonOutlineKey(host::Document& document)
+{
+    const auto profile = document.Simulation()->Stock(kMainStock)->Profile();
+    return profile->Layer()->Name() == kTempLayer ? profile->Key() : QString();
 }
 
 void BuildProfileStock(host::Document& document, std::shared_ptr<host::Feature> feature, double start,

@@ -59,6 +59,12 @@ std::shared_ptr<host::Stock> AddMainStock(host::Document& document, std::shared_
 void BuildPolygonStock(host::Application& application, int circleKind, double diameter, int sides,
                        double baseAngle, double start, double length);
 
+// The outline drawn for the part's polygon stock: the key of the chain
+// "Main Stock" is swept from, when that chain is on the layer "Temp" (where
+// BuildPolygonStock draws it). Host failures (no such stock) propagate as
+// host::HostError.
+QString PolygonOutlineKey(host::Document& document);
+
 // Builds "Main Stock" from the chosen profile feature and updates the
 // simulation. Host failures propagate as host::HostError.
 void BuildProfileStock(host::Document& document, std::shared_ptr<host::Feature> feature, double start,

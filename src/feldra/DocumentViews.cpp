@@ -184,6 +184,22 @@ public:
         doc().data.features.append(data);
         return std::make_shared<FeatureView>(ctx_, doc_, data);
     }
+    void Remove(const QString& key) override
+    {
+        guard("FeatureChains.Remove");
+        if (!doc().Feature(key))
+            fail("FeatureChains.Remove", QStringLiteral("No feature with the key \"%1\".").arg(key));
+        for (const auto& op : doc().data.operations)
+            if (op->featureKey == key)
+                fail("FeatureChains.Remove",
+                     QStringLiteral("The operation \"%1\" is made from the feature \"%2\".").arg(op->name, key));
+        for (const auto& stock : doc().data.simulation.stocks)
+            if (stock->featureKey == key)
+                fail("FeatureChains.Remove",
+                     QStringLiteral("The stock \"%1\" is made from the feature \"%2\".").arg(stock->name, key));
+        touch();
+        doc().data.features.removeIf([&key](const auto& feature) { return feature->key == key; });
+    }
 };
 
 class TechnologyUtilityView final : public host::TechnologyUtility, public View {
@@ -378,6 +394,15 @@ void FeatureView::AddSegment(const host::Segment& segment)
     if (data_->elements.isEmpty())
         data_->elements.append({segment.x1, segment.y1, segment.z1});
     data_->elements.append({segment.x2, segment.y2, segment.z2});
+}
+
+std::shared_ptr<host::Layer> FeatureView::Layer()
+{
+    guard("Feature.Layer");
+    auto layer = find(doc().data.layers, [this](const auto& l) { return l->name == data_->layer; });
+    if (!layer)
+        fail("Feature.Layer", QStringLiteral("The feature \"%1\" is on no layer.").arg(data_->key));
+    return std::make_shared<LayerView>(ctx_, doc_, layer);
 }
 
 void FeatureView::setLayer(std::shared_ptr<host::Layer> layer)

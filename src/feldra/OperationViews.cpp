@@ -7,6 +7,8 @@
 #include "addin/host/TechnologyParameter.h"
 #include "feldra/Views.h"
 
+#include <QSet>
+
 
 namespace feldra {
 
@@ -120,17 +122,25 @@ public:
         Q_UNUSED(flag);
         if (mode != 1)
             fail("Operations.Rearrange", QStringLiteral("Unknown mode %1.").arg(mode));
+        // Looked up in sets, not in the lists: a long list is arranged in linear time.
+        QSet<const OperationData*> present;
+        present.reserve(doc().data.operations.size());
+        for (const auto& data : doc().data.operations)
+            present.insert(data.get());
+        QSet<const OperationData*> listed;
         QList<std::shared_ptr<OperationData>> arranged;
+        arranged.reserve(doc().data.operations.size());
         for (const auto& operation : order) {
             if (!operation)
                 continue;
             auto data = own<OperationView>(operation, "Operations.Rearrange").Data();
-            if (arranged.contains(data) || !doc().data.operations.contains(data))
+            if (listed.contains(data.get()) || !present.contains(data.get()))
                 fail("Operations.Rearrange", QStringLiteral("\"%1\" is listed twice or was deleted.").arg(data->name));
+            listed.insert(data.get());
             arranged.append(data);
         }
         for (const auto& data : doc().data.operations)
-            if (!arranged.contains(data))
+            if (!listed.contains(data.get()))
                 arranged.append(data);
         doc().data.operations = arranged;
     }

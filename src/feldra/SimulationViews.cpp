@@ -129,6 +129,14 @@ public:
         guard("Stock.Spindle write");
         store(data_->spindle, own<SpindleView>(spindle, "Stock.Spindle write").Data().number);
     }
+    std::shared_ptr<host::Feature> Profile() override
+    {
+        guard("Stock.Profile");
+        auto feature = doc().Feature(data_->featureKey);
+        if (!feature)
+            fail("Stock.Profile", QStringLiteral("The profile of the stock \"%1\" no longer exists.").arg(data_->name));
+        return std::make_shared<FeatureView>(ctx_, doc_, feature);
+    }
 
 private:
     std::shared_ptr<StockData> data_;
@@ -161,6 +169,14 @@ public:
         data->start = start;
         data->colour = simulation().defaultStockColour;
         simulation().stocks.append(data);
+        return std::make_shared<StockView>(ctx_, doc_, data);
+    }
+    std::shared_ptr<host::Stock> Stock(const QString& name) override
+    {
+        guard("Simulation.Stock");
+        auto data = stock(name);
+        if (!data)
+            fail("Simulation.Stock", QStringLiteral("No stock \"%1\".").arg(name));
         return std::make_shared<StockView>(ctx_, doc_, data);
     }
     void DeleteStock(const QString& name) override

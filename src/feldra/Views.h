@@ -69,6 +69,7 @@ public:
     int Count() override;
     std::shared_ptr<host::Point> Element(int i) override;
     void AddSegment(const host::Segment& segment) override;
+    std::shared_ptr<host::Layer> Layer() override;
     void setLayer(std::shared_ptr<host::Layer> layer) override;
 
     FeatureData& Data() const { return *data_; }

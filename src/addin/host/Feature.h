@@ -16,6 +16,8 @@ public:
     virtual std::shared_ptr<host::Point> Element(int i) = 0;
     // Appends a segment to the chain, joined to its last element.
     virtual void AddSegment(const host::Segment& segment) = 0;
+    // The layer the chain is on.
+    virtual std::shared_ptr<host::Layer> Layer() = 0;
     virtual void setLayer(std::shared_ptr<host::Layer> layer) = 0;
 };
 

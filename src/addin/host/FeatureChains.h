@@ -16,6 +16,8 @@ public:
     virtual int Count() = 0;
     // A new chain that starts with this segment.
     virtual std::shared_ptr<host::Feature> Add(const host::Segment& firstSegment) = 0;
+    // Removes the chain; refused while an operation or a stock is made from it.
+    virtual void Remove(const QString& key) = 0;
 };
 
 } // namespace host

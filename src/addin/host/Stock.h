@@ -17,6 +17,8 @@ public:
     // Origin, then three unit vectors: twelve doubles.
     virtual void setPlacement(const std::array<double, 12>& placement) = 0;
     virtual void setSpindle(std::shared_ptr<host::Spindle> spindle) = 0;
+    // The feature the stock is swept from.
+    virtual std::shared_ptr<host::Feature> Profile() = 0;
 };
 
 } // namespace host

@@ -1,0 +1,2 @@
+// The source of the targets that only carry the precompiled headers.
+int main() { return 0; }
