@@ -161,7 +161,7 @@ private slots:
         const auto entries = h.setup()->SetupEntries();
         const auto entry = entries->Item(1);
         const auto record = h.doc->data.machineSetup.setupEntries.first();
-        Command(h, [&](LatheHost& h) {
+        Command(h, [&](LatheHost&) {
             tool->setXShift(2);
             entries->Remove(1);
         });

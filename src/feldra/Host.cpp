@@ -198,12 +198,12 @@ Host::EditOutcome Host::EditTechnology(const std::shared_ptr<DocumentState>& doc
 // its commands get new handles.
 int Host::StepCommand(const CommandData& command) { return command.cookie << 16 | (command.id & 0xffff); }
 
-Host::Step::Step(Host& host, const QString& name, int commandHandle) : host_(host)
+Host::Step::Step(Host& host, const QString& name, int command) : host_(host)
 {
     if (host_.stepDepth_ == 0) {
         host_.CommitChanges();
         host_.stepName_ = name;
-        host_.stepCommand_ = commandHandle;
+        host_.stepCommand_ = command;
     }
     ++host_.stepDepth_;
 }
@@ -214,13 +214,13 @@ Host::Step::~Step()
         host_.CommitChanges(host_.stepName_, host_.stepCommand_);
 }
 
-void Host::CommitChanges(const QString& name, int commandHandle)
+void Host::CommitChanges(const QString& name, int command)
 {
     if (stepDepth_ > 0)
         return; // the step running records them
-    const bool named = !name.isEmpty() || commandHandle != 0;
+    const bool named = !name.isEmpty() || command != 0;
     const QString stepName = named ? name : stepName_;
-    const int stepCommand = named ? commandHandle : stepCommand_;
+    const int stepCommand = named ? command : stepCommand_;
     const auto title = [this](const QString& n, int handle) { return StepTitle(n, handle); };
     for (const auto& document : ctx_->documents)
         document->history.Commit(stepName, stepCommand, title);
