@@ -108,6 +108,9 @@ private:
             }
         });
         dialog.exec();
+        // The field goes with the dialog: no echo from a field being destroyed.
+        value->removeEventFilter(this);
+        echoOnFocusOut_ = nullptr;
     }
 
     bool eventFilter(QObject*, QEvent* event) override
