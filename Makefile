@@ -17,8 +17,10 @@ configure: deps
 build: configure
 	@cmake --build --preset $(PRESET) -j $(JOBS)
 
+# Under CI the whole suite runs a second time, built under the sanitizers.
 test: build
 	@ctest --preset $(PRESET) -j $(JOBS)
+	@if [ -n "$(CI)" ]; then $(MAKE) --no-print-directory sanitize; fi
 
 # The whole suite again, built with clang under the address and
 # undefined-behaviour sanitizers (the installed-package test left out).
