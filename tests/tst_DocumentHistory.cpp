@@ -117,6 +117,11 @@ private slots:
         row("a parameter relabelled", [](LatheHost& h) {
             h.op(1)->Technology()->Parameter("797")->setCaption("Spindle");
         });
+        row("a property changed, then taken out", [](LatheHost& h) {
+            auto properties = h.op(2)->CustomProperties();
+            properties->Item("Comment")->setValue(QStringLiteral("changed"));
+            properties->Remove("Comment");
+        });
         row("a command stopped by a failing host call", [](LatheHost& h) {
             h.tool(2)->setXShift(4);
             h.host.Faults().Fail("Tools.Add");
@@ -173,6 +178,62 @@ private slots:
         entries->Remove(1);
         entries->Add(entry);
         QCOMPARE(h.doc->data.machineSetup.setupEntries.last(), record);
+    }
+
+    // After going back and forth in the history, a command's step is as
+    // exact as any: undo gives back the document as it was before it, redo
+    // as the command left it, records brought back or taken out on the way
+    // among them.
+    void stepsAfterGoingThroughTheHistory_data()
+    {
+        QTest::addColumn<QList<Act>>("steps");
+        QTest::addColumn<int>("back");
+        QTest::addColumn<int>("forward");
+        QTest::addColumn<Act>("later");
+        const Act removeComment = [](LatheHost& h) { h.op(2)->CustomProperties()->Remove("Comment"); };
+        const Act changeComment = [](LatheHost& h) {
+            h.op(2)->CustomProperties()->Item("Comment")->setValue(QStringLiteral("later"));
+        };
+        const Act addZ2 = [](LatheHost& h) { h.op(3)->CustomProperties()->Add("Z2Position", "Z2 Position", 5, 12.5); };
+        const auto shift = [](double x) { return Act([x](LatheHost& h) { h.tool(1)->setXShift(x); }); };
+        QTest::newRow("a record brought back by undo, then changed") << QList<Act>{removeComment} << 1 << 0 << changeComment;
+        QTest::newRow("a record added, taken out by undo, added anew") << QList<Act>{addZ2} << 1 << 0 << addZ2;
+        QTest::newRow("a record added again by redo, then changed")
+            << QList<Act>{addZ2} << 1 << 1 << Act([](LatheHost& h) { h.op(3)->CustomProperties()->Item("Z2Position")->setValue(20); });
+        QTest::newRow("three steps back at once, then changes to what they touched")
+            << QList<Act>{shift(1), removeComment, Act([](LatheHost& h) { h.document()->Syncs()->Remove(1); })} << 3 << 0
+            << Act([shift, changeComment](LatheHost& h) {
+                   shift(9)(h);
+                   changeComment(h);
+                   h.document()->Syncs()->Remove(1);
+               });
+        QTest::newRow("two back and one forward, then changes")
+            << QList<Act>{shift(1), shift(2), removeComment} << 2 << 1 << Act([shift, changeComment](LatheHost& h) {
+                   shift(5)(h);
+                   changeComment(h);
+               });
+    }
+    void stepsAfterGoingThroughTheHistory()
+    {
+        QFETCH(QList<Act>, steps);
+        QFETCH(int, back);
+        QFETCH(int, forward);
+        QFETCH(Act, later);
+        LatheHost h;
+        for (const Act& step : steps)
+            Command(h, step);
+        QUndoStack& stack = h.doc->history.Stack();
+        stack.setIndex(stack.count() - back); // a click in the History pane
+        stack.setIndex(stack.index() + forward);
+        const QByteArray before = Text(h);
+
+        Command(h, later, QStringLiteral("Later"));
+        const QByteArray after = Text(h);
+        QVERIFY(after != before);
+        h.host.Undo();
+        QCOMPARE(Text(h), before);
+        h.host.Redo();
+        QCOMPARE(Text(h), after);
     }
 
     void noChangeMakesNoStep_data()

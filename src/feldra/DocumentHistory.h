@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 namespace feldra {
 
@@ -21,7 +22,9 @@ struct DocumentState;
 // with that copy and keeps only the records that differ; undo puts their
 // former values back into the same records, so that whatever refers to a
 // record still refers to it, and lists get back their former members in
-// their former order.
+// their former order. A step also names the records it added to the document
+// or took out of it, so that after an undo or redo only the records the steps
+// gone through touched are copied again.
 class DocumentHistory : public QObject {
     Q_OBJECT
 public:
@@ -67,17 +70,24 @@ private:
     struct RecordCopy;
     template <class T>
     struct RecordCopyOf;
+    class Touched;
+    template <class T>
+    class TouchedOf;
     class ChangeStep;
+    using Copy = std::unordered_map<const void*, std::unique_ptr<RecordCopy>>;
+    using Touches = std::vector<std::unique_ptr<Touched>>;
 
     void takeCopy();
-    void afterIndexChange();
+    void compareWithCopy(Touches* touched);
+    void afterIndexChange(int index);
 
     DocumentState& document_;
     QUndoStack stack_;
-    std::unordered_map<const void*, std::unique_ptr<RecordCopy>> copy_;
+    Copy copy_;
     bool copied_ = false;
     bool pending_ = false;
     bool pushing_ = false;
+    int index_ = 0; // the stack's index the copy is of
     quint64 generation_ = 0;
 };
 
