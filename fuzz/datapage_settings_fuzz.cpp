@@ -5,10 +5,10 @@
 //
 // The input is the keys' values, one after another, separated by the byte 0x01.
 #include "DataPageFixture.h"
+#include "OffscreenApplication.h"
 #include "datapage/DataPageSettings.h"
 #include "numeric/NumberText.h"
 
-#include <QApplication>
 
 #include <cstdint>
 #include <cstdlib>
@@ -53,9 +53,7 @@ QStringList Open(const QStringList& keys, const QStringList& values)
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(*argc, *argv);
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    StartOffscreenApplication(argc, argv);
     return 0;
 }
 

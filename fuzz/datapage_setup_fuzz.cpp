@@ -4,10 +4,10 @@
 // values that OK accepts, and its OK leaves the whole part as it was (a
 // polygon stock's outline is drawn again in place of the one before).
 #include "DataPageFixture.h"
+#include "OffscreenApplication.h"
 #include "datapage/DataPageSettings.h"
 #include "feldra/DocumentFile.h"
 
-#include <QApplication>
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cmath>
@@ -58,9 +58,7 @@ bool ClickOk(DataPageFixture& f)
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(*argc, *argv);
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    StartOffscreenApplication(argc, argv);
     return 0;
 }
 

@@ -83,6 +83,40 @@ FirstLine FirstLineShown(feldra::HelpViewer& viewer)
     return {block.text().trimmed(), QString()};
 }
 
+// The host's texts in one language, for a help viewer of that language.
+struct ViewerTexts : feldra::QtLocalizer {
+    explicit ViewerTexts(int language)
+    {
+        setLanguageCode(language);
+        Initialise();
+    }
+};
+
+// The add-in connected in a language; the help it opens is shown by a viewer
+// of that language.
+struct HelpSession {
+    explicit HelpSession(int language) : h(language), texts(language), viewer(texts)
+    {
+        h.host.App().installFolder = kInstallFolder;
+        h.host.Services().showHelpTopic = [this](const QString& helpFile, const QString& asked) {
+            viewer.ShowTopic(helpFile, asked);
+        };
+    }
+    ~HelpSession() { h.host.Services().showHelpTopic = nullptr; }
+    HelpSession(const HelpSession&) = delete;
+    HelpSession& operator=(const HelpSession&) = delete;
+
+    void Connect()
+    {
+        h.Connect();
+        h.host.Activate(h.Document());
+    }
+
+    ConnectedHost h;
+    ViewerTexts texts;
+    feldra::HelpViewer viewer;
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(Opener)
@@ -137,18 +171,11 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QString, topic);
 
-        ConnectedHost h(language);
-        h.host.App().installFolder = kInstallFolder;
+        HelpSession session(language);
+        ConnectedHost& h = session.h;
+        feldra::HelpViewer& viewer = session.viewer;
         h.host.App().addInFolder = QStringLiteral(MARELON_ADDIN_DIR "/"); // the delivered holder libraries
-        feldra::QtLocalizer viewerTexts;
-        viewerTexts.setLanguageCode(language);
-        viewerTexts.Initialise();
-        feldra::HelpViewer viewer(viewerTexts);
-        h.host.Services().showHelpTopic = [&](const QString& helpFile, const QString& asked) {
-            viewer.ShowTopic(helpFile, asked);
-        };
-        h.Connect();
-        h.host.Activate(h.Document());
+        session.Connect();
 
         open(h);
 
@@ -158,7 +185,6 @@ private slots:
         const QString page = shown.path().section(QLatin1Char('/'), 2, -1);
         QCOMPARE(shown.hasFragment() ? page + QLatin1Char('#') + shown.fragment() : page, topic);
         QVERIFY(h.host.Log().FailedCallbacks().isEmpty());
-        h.host.Services().showHelpTopic = nullptr;
     }
 
     // The index opened from the Data Page begins with the way to the topic of
@@ -182,17 +208,10 @@ private slots:
         QFETCH(int, language);
         QFETCH(Opener, open);
         QFETCH(QString, link);
-        ConnectedHost h(language);
-        h.host.App().installFolder = kInstallFolder;
-        feldra::QtLocalizer viewerTexts;
-        viewerTexts.setLanguageCode(language);
-        viewerTexts.Initialise();
-        feldra::HelpViewer viewer(viewerTexts);
-        h.host.Services().showHelpTopic = [&](const QString& helpFile, const QString& asked) {
-            viewer.ShowTopic(helpFile, asked);
-        };
-        h.Connect();
-        h.host.Activate(h.Document());
+        HelpSession session(language);
+        ConnectedHost& h = session.h;
+        feldra::HelpViewer& viewer = session.viewer;
+        session.Connect();
         const QString title = language == 1033 ? QStringLiteral("Marelon Add-In Help") : QStringLiteral("Marelon Add-In-Hilfe");
 
         open(h);
@@ -209,7 +228,6 @@ private slots:
             open(h);
             QCOMPARE(FirstLineShown(viewer).link, link);
         }
-        h.host.Services().showHelpTopic = nullptr;
     }
 
     // What a value means, its unit, what a code in the NC program does: each
@@ -250,9 +268,7 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QString, entry);
         QFETCH(QString, topic);
-        feldra::QtLocalizer viewerTexts;
-        viewerTexts.setLanguageCode(language);
-        viewerTexts.Initialise();
+        ViewerTexts viewerTexts(language);
         feldra::HelpViewer viewer(viewerTexts);
         viewer.ShowTopic(kInstallFolder + file, QString());
 

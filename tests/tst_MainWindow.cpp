@@ -112,6 +112,17 @@ QString CopyOfExample(const QTemporaryDir& dir, const QString& name = QStringLit
     return copy;
 }
 
+// A copy of the example part and a shown window whose host has the test add-in.
+struct ExamplePartWithTestAddIn {
+    ExamplePartWithTestAddIn() { window.show(); }
+
+    QTemporaryDir dir;
+    const QString part = CopyOfExample(dir);
+    feldra::Host host;
+    TestAddIn addIn{host};
+    feldra::MainWindow window{host};
+};
+
 QByteArray Contents(const QString& path)
 {
     QFile file(path);
@@ -447,13 +458,10 @@ void tst_MainWindow::changesAreMarkedAndAskedFor()
 // the steps.
 void tst_MainWindow::editMenuUndoesAndRedoesTheLastCommand()
 {
-    QTemporaryDir dir;
-    const QString part = CopyOfExample(dir);
-    feldra::Host host;
-    TestAddIn addIn(host);
-    feldra::MainWindow window(host);
-    window.show();
-    QVERIFY(window.OpenDocument(part));
+    ExamplePartWithTestAddIn example;
+    QVERIFY(example.window.OpenDocument(example.part));
+    feldra::Host& host = example.host;
+    feldra::MainWindow& window = example.window;
     const QString name = host.ActiveDocument()->data.machineSetup.programName;
     QAction* undo = Action(Menu(window, "Edit")->actions(), "Undo");
     QAction* redo = Action(Menu(window, "Edit")->actions(), "Redo");
@@ -487,13 +495,10 @@ void tst_MainWindow::editMenuUndoesAndRedoesTheLastCommand()
 // While an add-in's modal dialog is open Undo is disabled and refused.
 void tst_MainWindow::undoWaitsForAModalDialog()
 {
-    QTemporaryDir dir;
-    const QString part = CopyOfExample(dir);
-    feldra::Host host;
-    TestAddIn addIn(host);
-    feldra::MainWindow window(host);
-    window.show();
-    QVERIFY(window.OpenDocument(part));
+    ExamplePartWithTestAddIn example;
+    QVERIFY(example.window.OpenDocument(example.part));
+    feldra::Host& host = example.host;
+    feldra::MainWindow& window = example.window;
     host.Services().pickAnswers = {QStringLiteral("F-GROOVE")};
     Action(Menu(window, "Help")->actions(), "Pick")->trigger();
 
