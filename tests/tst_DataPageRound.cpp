@@ -752,6 +752,58 @@ private slots:
         QCOMPARE(f.messages->Messages().size(), 0);
     }
 
+    // A polygon stock the host does not build leaves no outline behind: the
+    // general message says the stock is not set, the next OK draws one
+    // outline, and OK once more leaves the part as it was.
+    void aPolygonStockNotBuiltLeavesNoOutline_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<QString>("length");
+        QTest::newRow("a stock length of 0") << QString() << "0";
+        QTest::newRow("the stock refused") << "Simulation.AddStock" << "40";
+        QTest::newRow("the outline not turned") << "GeometryUtility.RotateAboutY" << "40";
+        QTest::newRow("a side refused") << "Feature.AddSegment" << "40";
+    }
+    void aPolygonStockNotBuiltLeavesNoOutline()
+    {
+        QFETCH(QString, failing);
+        QFETCH(QString, length);
+        DataPageFixture f;
+        auto ok = [&f](const QString& stockLength) {
+            f.Open();
+            f.SelectModel("L5 16-20");
+            Pick(f, "StockTypeC", marelon::kPolygon);
+            f.Edit("CircleDiameter").setText("12");
+            f.FillValid();
+            f.Edit("Zamount").setText("0");
+            f.Edit("StockLength").setText(stockLength);
+            f.Control<QAbstractButton>("cmdOK").click();
+            QVERIFY(!f.form->isVisible());
+        };
+        const auto chains = [&f] {
+            QStringList keys;
+            for (const auto& feature : f.document->data.features)
+                keys << feature->key;
+            return keys;
+        };
+        const QStringList before = chains();
+        if (!failing.isEmpty())
+            f.host.Faults().Fail(failing);
+        ok(length);
+        QCOMPARE(chains(), before);
+        QVERIFY(f.document->data.simulation.stocks.isEmpty());
+        QCOMPARE(f.messages->Messages().size(), 1);
+        QCOMPARE(f.messages->Last().prompt, QString("There was an error! Possibly some data is not set properly."));
+
+        f.host.Faults().HealAll();
+        ok("40");
+        QCOMPARE(chains().size(), before.size() + 1);
+        QCOMPARE(f.document->data.simulation.stocks.value(0)->featureKey, chains().last());
+        const QByteArray built = feldra::WriteDocument(f.document->data);
+        ok("40");
+        QCOMPARE(feldra::WriteDocument(f.document->data), built);
+    }
+
     // A new part takes head 1's program name as its title; a saved one keeps its title.
     void titleOfANewPart()
     {

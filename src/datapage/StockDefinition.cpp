@@ -102,6 +102,21 @@ std::shared_ptr<host::Stock> AddMainStock(host::Document& document, std::shared_
     return stock;
 }
 
+namespace {
+
+// An outline whose stock was not built goes again: nothing else knows of it,
+// and the next OK would leave it behind. What the host refuses here, the
+// caller's error about the stock already tells the user.
+void RemoveOutline(host::Document& document, host::Feature& outline)
+{
+    try {
+        document.FeatureChains()->Remove(outline.Key());
+    } catch (const host::HostError&) {
+    }
+}
+
+} // namespace
+
 void BuildPolygonStock(host::Application& application, int circleKind, double diameter, int sides,
                        double baseAngle, double start, double length)
 {
@@ -115,11 +130,16 @@ void BuildPolygonStock(host::Application& application, int circleKind, double di
         throw host::HostError(QStringLiteral("GeometryUtility.RegularPolygon"), QStringLiteral("No polygon."));
 
     const auto chain = document->FeatureChains()->Add(sidesOfPolygon.first());
-    for (qsizetype i = 1; i < sidesOfPolygon.size(); ++i)
-        chain->AddSegment(sidesOfPolygon.at(i));
-    chain->setLayer(LayerNamed(*document, kTempLayer));
-    geometry->RotateAboutY(chain, Pi() / 2);
-    AddMainStock(*document, chain, start, length);
+    try {
+        for (qsizetype i = 1; i < sidesOfPolygon.size(); ++i)
+            chain->AddSegment(sidesOfPolygon.at(i));
+        chain->setLayer(LayerNamed(*document, kTempLayer));
+        geometry->RotateAboutY(chain, Pi() / 2);
+        AddMainStock(*document, chain, start, length);
+    } catch (...) {
+        RemoveOutline(*document, *chain);
+        throw;
+    }
 }
 
 QString PolygonOutlineKey(host::Document& document)
