@@ -6,9 +6,16 @@
 #include "addin/ui/HelpAccess.h"
 #include "addin/ui/ModelessForm.h"
 #include "datapage/frmMarelonDataPage.h"
+#include "feldra/DocumentFile.h"
+#include "addin/host/Document.h"
+#include "addin/host/MachineSetup.h"
+#include "addin/host/Tool.h"
+#include "addin/host/Tools.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -22,7 +29,34 @@ feldra::Point3 Cross(const feldra::Point3& a, const feldra::Point3& b)
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
+// The example part, as the host opens it.
+std::shared_ptr<feldra::DocumentState> ExamplePart(double stockLength = 0)
+{
+    auto document = std::make_shared<feldra::DocumentState>();
+    document->fileName = QStringLiteral(MARELON_SOURCE_DIR "/examples/L5-part.fdoc");
+    document->data = feldra::LoadDocument(document->fileName);
+    if (stockLength != 0)
+        document->data.machineSetup.stockLength = stockLength;
+    return document;
+}
+
+using PartAct = std::function<void(ConnectedHost&)>;
+
+// A command of the host that changes the part's stock length or a tool's shift.
+void StockLengthCommand(ConnectedHost& h)
+{
+    const feldra::Host::Step step(h.host, QStringLiteral("Test"));
+    h.host.DocumentObject(h.host.ActiveDocument())->MachineSetup()->setStockLength(99);
+}
+void ToolCommand(ConnectedHost& h)
+{
+    const feldra::Host::Step step(h.host, QStringLiteral("Test"));
+    h.host.DocumentObject(h.host.ActiveDocument())->Tools()->Item(1)->setXShift(-4);
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(PartAct)
 
 class tst_ConnectEvents : public QObject {
     Q_OBJECT
@@ -172,6 +206,70 @@ private slots:
         QCOMPARE(DataPageInstance().data(), page.data());
         QVERIFY(page->isVisible());
         QCOMPARE(page->findChild<QTabWidget*>("MyTabs")->currentIndex(), 0);
+    }
+
+    // An open Data Page follows the part: after an undo or redo, or when
+    // another part is opened, it shows that part's values on the tab it
+    // showed, and says so when they differ from what it showed; a part that
+    // is no lathe part closes it.
+    void anOpenDataPageFollowsThePart_data()
+    {
+        QTest::addColumn<PartAct>("before");    // before the Data Page opens
+        QTest::addColumn<QString>("typed");     // into the stock length, then
+        QTest::addColumn<PartAct>("whileOpen"); // while it is open
+        QTest::addColumn<QString>("shown");     // the stock length shown at the end; empty: closed
+        QTest::addColumn<int>("messages");
+
+        const PartAct undo = [](ConnectedHost& h) { h.host.Undo(); };
+        const PartAct redo = [](ConnectedHost& h) { h.host.Redo(); };
+        const PartAct stockThenUndo = [](ConnectedHost& h) {
+            StockLengthCommand(h);
+            h.host.Undo();
+        };
+        QTest::newRow("undo of a change to the stock") << PartAct(StockLengthCommand) << "" << undo << "50" << 1;
+        QTest::newRow("undo of a change to a tool") << PartAct(ToolCommand) << "" << undo << "50" << 0;
+        QTest::newRow("undo after typing") << PartAct(ToolCommand) << "55" << undo << "50" << 1;
+        QTest::newRow("redo of a change to the stock") << stockThenUndo << "" << redo << "99" << 1;
+        QTest::newRow("another lathe part opened") << PartAct([](ConnectedHost&) {}) << "" << PartAct([](ConnectedHost& h) {
+            h.host.OpenDocument(ExamplePart(77));
+        }) << "77" << 1;
+        QTest::newRow("a mill part opened") << PartAct([](ConnectedHost&) {}) << "" << PartAct([](ConnectedHost& h) {
+            h.host.OpenDocument(h.Document(2));
+        }) << "" << 0;
+    }
+    void anOpenDataPageFollowsThePart()
+    {
+        QFETCH(PartAct, before);
+        QFETCH(QString, typed);
+        QFETCH(PartAct, whileOpen);
+        QFETCH(QString, shown);
+        QFETCH(int, messages);
+        ConnectedHost h;
+        h.Connect();
+        h.host.OpenDocument(ExamplePart(50));
+        const int command = h.addIn.CommandHandle(2);
+        before(h);
+        h.host.InvokeCommand(command);
+        QPointer<frmMarelonDataPage> page = DataPageInstance();
+        page->findChild<QTabWidget*>("MyTabs")->setCurrentIndex(1);
+        if (!typed.isEmpty())
+            page->findChild<QLineEdit*>("StockLength")->setText(typed);
+        auto& recorder = static_cast<feldra::MessageBoxRecorder&>(*h.host.Services().messageBox);
+        const qsizetype messagesBefore = recorder.Messages().size();
+
+        whileOpen(h);
+        QVERIFY(h.host.Log().FailedCallbacks().isEmpty());
+        QCOMPARE(recorder.Messages().size() - messagesBefore, messages);
+        if (messages > 0)
+            QVERIFY(recorder.Last().prompt.startsWith("The part has changed: the Data Page shows its values again."));
+        QCOMPARE(page->isVisible(), !shown.isEmpty());
+        QCOMPARE(Flags().dataPageAvailable, shown.isEmpty());
+        if (!shown.isEmpty()) {
+            QCOMPARE(page->findChild<QLineEdit*>("StockLength")->text(), shown);
+            QCOMPARE(page->findChild<QTabWidget*>("MyTabs")->currentIndex(), 1);
+        }
+        if (page->isVisible())
+            page->cmdCancel_Click();
     }
 
     void documentEvents_data()

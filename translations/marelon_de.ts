@@ -483,6 +483,10 @@
         <translation>Kanal-ID</translation>
     </message>
     <message>
+        <source>The part has changed: the Data Page shows its values again. What was typed here and not confirmed with OK is replaced.</source>
+        <translation>Das Teil wurde geändert: Das Datenblatt zeigt wieder seine Werte. Was hier eingegeben und nicht mit OK bestätigt wurde, ist ersetzt.</translation>
+    </message>
+    <message>
         <source>There was an error! Possibly some data is not set properly.</source>
         <translation>Es ist ein Fehler aufgetreten! Möglicherweise sind einige Daten nicht richtig gesetzt.</translation>
     </message>

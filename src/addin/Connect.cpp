@@ -399,6 +399,20 @@ void Connect::Application_AfterDocumentOpen(const QString&)
     Readvise(myTechUtil_, document_->TechnologyUtility(), static_cast<host::TechnologyUtilityEvents*>(this));
     Flags().newDocument = false;
     Readvise(mySimul_, document_->Simulation(), static_cast<host::SimulationEvents*>(this));
+    FollowWithDataPage();
+}
+
+// An open Data Page belongs to the part now active, as an undo or redo left it
+// or as it was opened; a part that is no lathe part has none.
+void Connect::FollowWithDataPage()
+{
+    frmMarelonDataPage* page = DataPageInstance();
+    if (!page || !page->isVisible())
+        return;
+    if (document_->MachineType() == 1)
+        page->ShowPartAgain();
+    else
+        page->cmdCancel_Click();
 }
 
 void Connect::Application_AfterNewDocumentOpen()

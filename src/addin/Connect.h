@@ -118,6 +118,7 @@ private:
     void FollowActiveDocument();
     void RequireDocument() const;
     void OpenedAsNew(bool withWorkPlanes);
+    void FollowWithDataPage();
 
     std::shared_ptr<host::Application> application_;
     std::shared_ptr<host::Document> document_;

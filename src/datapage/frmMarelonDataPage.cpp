@@ -333,6 +333,34 @@ void frmMarelonDataPage::InitOp()
     MarkBarCapacity();
 }
 
+void frmMarelonDataPage::ShowPartAgain()
+{
+    const QStringList shown = ShownValues();
+    const int tab = ui_->MyTabs->currentIndex();
+    InitOp();
+    ui_->MyTabs->setCurrentIndex(tab);
+    if (ShownValues() != shown)
+        MsgBox(Tr(QStringLiteral("The part has changed: the Data Page shows its values again. "
+                                 "What was typed here and not confirmed with OK is replaced.")),
+               host::MsgButtons::OK, host::MsgIcon::Information, Tr(QStringLiteral("Data Page")));
+}
+
+// Every field's text, every list's entry and every option's state, in the
+// order of the form.
+QStringList frmMarelonDataPage::ShownValues() const
+{
+    QStringList values;
+    for (const QWidget* control : findChildren<QWidget*>()) {
+        if (const auto* edit = qobject_cast<const QLineEdit*>(control))
+            values << edit->text();
+        else if (const auto* list = qobject_cast<const QComboBox*>(control))
+            values << list->currentText();
+        else if (const auto* option = qobject_cast<const QAbstractButton*>(control); option && option->isCheckable())
+            values << QString::number(option->isChecked());
+    }
+    return values;
+}
+
 void frmMarelonDataPage::FillFixedLists()
 {
     FillList(*ui_->cmbBarLoaderProgType, {QStringLiteral("Sub Program"), QStringLiteral("M Code")});

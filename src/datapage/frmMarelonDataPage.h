@@ -41,6 +41,10 @@ public:
 
     // Prepares the dialog for the active document before it is shown.
     void InitOp();
+    // The part changed under the open dialog (an undo or redo, another part
+    // opened): shows the part's values again on the same tab, and says so
+    // when what it showed was different.
+    void ShowPartAgain();
     // The unload by code, before the dialog is deleted: the Data Page is closed.
     void Unload();
 
@@ -128,6 +132,7 @@ protected:
 private:
     void Form_Load();
     void ShowAgain();
+    QStringList ShownValues() const;
     void ShowFieldToCorrect(QWidget& field);
     void MarkBarCapacity();
     void Form_QueryUnload(bool& cancel, UnloadMode unloadMode);
