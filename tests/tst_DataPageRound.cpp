@@ -19,6 +19,14 @@ class tst_DataPageRound : public QObject {
     }
     static void SetParam(DataPageFixture& f, int number, double value) { f.Setup().params[number] = value; }
     static double Param(DataPageFixture& f, int number) { return f.Setup().params.value(number, -999); }
+    // The keys of the part's chains, in the part's order.
+    static QStringList ChainKeys(const DataPageFixture& f)
+    {
+        QStringList keys;
+        for (const auto& feature : f.document->data.features)
+            keys << feature->key;
+        return keys;
+    }
 
     // A part already written by the Data Page for a model.
     static void TagPart(DataPageFixture& f, const QString& machineCode)
@@ -741,10 +749,7 @@ private slots:
                 QCOMPARE(feldra::WriteDocument(f.document->data), before);
         }
 
-        QStringList keys;
-        for (const auto& feature : f.document->data.features)
-            keys << feature->key;
-        QCOMPARE(keys, chains);
+        QCOMPARE(ChainKeys(f), chains);
         const auto& stocks = f.document->data.simulation.stocks;
         QCOMPARE(stocks.size(), profile.isEmpty() ? 0 : 1);
         if (!profile.isEmpty())
@@ -780,25 +785,19 @@ private slots:
             f.Control<QAbstractButton>("cmdOK").click();
             QVERIFY(!f.form->isVisible());
         };
-        const auto chains = [&f] {
-            QStringList keys;
-            for (const auto& feature : f.document->data.features)
-                keys << feature->key;
-            return keys;
-        };
-        const QStringList before = chains();
+        const QStringList before = ChainKeys(f);
         if (!failing.isEmpty())
             f.host.Faults().Fail(failing);
         ok(length);
-        QCOMPARE(chains(), before);
+        QCOMPARE(ChainKeys(f), before);
         QVERIFY(f.document->data.simulation.stocks.isEmpty());
         QCOMPARE(f.messages->Messages().size(), 1);
         QCOMPARE(f.messages->Last().prompt, QString("There was an error! Possibly some data is not set properly."));
 
         f.host.Faults().HealAll();
         ok("40");
-        QCOMPARE(chains().size(), before.size() + 1);
-        QCOMPARE(f.document->data.simulation.stocks.value(0)->featureKey, chains().last());
+        QCOMPARE(ChainKeys(f).size(), before.size() + 1);
+        QCOMPARE(f.document->data.simulation.stocks.value(0)->featureKey, ChainKeys(f).last());
         const QByteArray built = feldra::WriteDocument(f.document->data);
         ok("40");
         QCOMPARE(feldra::WriteDocument(f.document->data), built);
