@@ -233,6 +233,9 @@ private slots:
         QTest::newRow("another lathe part opened") << PartAct([](ConnectedHost&) {}) << "" << PartAct([](ConnectedHost& h) {
             h.host.OpenDocument(ExamplePart(77));
         }) << "77" << 1;
+        QTest::newRow("a new lathe part") << PartAct([](ConnectedHost&) {}) << "" << PartAct([](ConnectedHost& h) {
+            h.host.OpenNewDocument(h.Document(1, {"XYZ", "YZX", "ZXY"}));
+        }) << "0" << 1;
         QTest::newRow("a mill part opened") << PartAct([](ConnectedHost&) {}) << "" << PartAct([](ConnectedHost& h) {
             h.host.OpenDocument(h.Document(2));
         }) << "" << 0;

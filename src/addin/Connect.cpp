@@ -403,7 +403,7 @@ void Connect::Application_AfterDocumentOpen(const QString&)
 }
 
 // An open Data Page belongs to the part now active, as an undo or redo left it
-// or as it was opened; a part that is no lathe part has none.
+// or as it was opened or made new; a part that is no lathe part has none.
 void Connect::FollowWithDataPage()
 {
     frmMarelonDataPage* page = DataPageInstance();
@@ -434,6 +434,7 @@ void Connect::OpenedAsNew(bool withWorkPlanes)
     FollowActiveDocument();
     RequireDocument();
     Readvise(myTechUtil_, document_->TechnologyUtility(), static_cast<host::TechnologyUtilityEvents*>(this));
+    FollowWithDataPage();
     if (document_->MachineType() == 1)
         ShowDataPage();
     if (withWorkPlanes)
