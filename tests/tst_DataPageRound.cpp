@@ -19,6 +19,25 @@ class tst_DataPageRound : public QObject {
     }
     static void SetParam(DataPageFixture& f, int number, double value) { f.Setup().params[number] = value; }
     static double Param(DataPageFixture& f, int number) { return f.Setup().params.value(number, -999); }
+    // The Data Page's OK on "L5 16-20" with a stock of the type on a circle of
+    // 12, swept from the profile key, of the stock length, and with the Z
+    // facing amount when one is given; OK closes the Data Page.
+    static void OkWithStock(DataPageFixture& f, int type, const QString& profileKey, const QString& stockLength,
+                            const QString& zAmount = QString())
+    {
+        f.Open();
+        f.SelectModel("L5 16-20");
+        Pick(f, "StockTypeC", type);
+        f.Edit("CircleDiameter").setText("12");
+        f.Edit("FeatureKey").setText(profileKey);
+        f.FillValid();
+        if (!zAmount.isEmpty())
+            f.Edit("Zamount").setText(zAmount);
+        f.Edit("StockLength").setText(stockLength);
+        f.Control<QAbstractButton>("cmdOK").click();
+        QVERIFY(!f.form->isVisible());
+    }
+
     // The keys of the part's chains, in the part's order.
     static QStringList ChainKeys(const DataPageFixture& f)
     {
@@ -723,17 +742,7 @@ private slots:
         sketch->layer = "Temp";
         sketch->elements = {{0, 0, 0}, {5, 0, 0}, {5, 0, -5}, {0, 0, 0}};
         f.document->data.features.append(sketch);
-        auto ok = [&f](int type, const QString& profileKey) {
-            f.Open();
-            f.SelectModel("L5 16-20");
-            Pick(f, "StockTypeC", type);
-            f.Edit("CircleDiameter").setText("12");
-            f.Edit("FeatureKey").setText(profileKey);
-            f.FillValid();
-            f.Edit("StockLength").setText("40");
-            f.Control<QAbstractButton>("cmdOK").click();
-            QVERIFY(!f.form->isVisible());
-        };
+        auto ok = [&f](int type, const QString& profileKey) { OkWithStock(f, type, profileKey, "40"); };
         ok(first, "Sketch");
         const QString outline = f.document->data.simulation.stocks.value(0)->featureKey;
         if (change == int(Outline::OperationOnIt))
@@ -774,17 +783,7 @@ private slots:
         QFETCH(QString, failing);
         QFETCH(QString, length);
         DataPageFixture f;
-        auto ok = [&f](const QString& stockLength) {
-            f.Open();
-            f.SelectModel("L5 16-20");
-            Pick(f, "StockTypeC", marelon::kPolygon);
-            f.Edit("CircleDiameter").setText("12");
-            f.FillValid();
-            f.Edit("Zamount").setText("0");
-            f.Edit("StockLength").setText(stockLength);
-            f.Control<QAbstractButton>("cmdOK").click();
-            QVERIFY(!f.form->isVisible());
-        };
+        auto ok = [&f](const QString& stockLength) { OkWithStock(f, marelon::kPolygon, QString(), stockLength, "0"); };
         const QStringList before = ChainKeys(f);
         if (!failing.isEmpty())
             f.host.Faults().Fail(failing);

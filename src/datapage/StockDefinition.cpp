@@ -39,6 +39,17 @@ std::shared_ptr<host::Layer> LayerNamed(host::Document& document, const QString&
     }
 }
 
+// An outline whose stock was not built goes again: nothing else knows of it,
+// and the next OK would leave it behind. What the host refuses here, the
+// caller's error about the stock already tells the user.
+void RemoveOutline(host::Document& document, host::Feature& outline)
+{
+    try {
+        document.FeatureChains()->Remove(outline.Key());
+    } catch (const host::HostError&) {
+    }
+}
+
 } // namespace
 
 double Pi()
@@ -101,21 +112,6 @@ std::shared_ptr<host::Stock> AddMainStock(host::Document& document, std::shared_
     stock->setPlacement({0, 0, 0, 0, 1, 0, 0, 0, 1, 1, 0, 0});
     return stock;
 }
-
-namespace {
-
-// An outline whose stock was not built goes again: nothing else knows of it,
-// and the next OK would leave it behind. What the host refuses here, the
-// caller's error about the stock already tells the user.
-void RemoveOutline(host::Document& document, host::Feature& outline)
-{
-    try {
-        document.FeatureChains()->Remove(outline.Key());
-    } catch (const host::HostError&) {
-    }
-}
-
-} // namespace
 
 void BuildPolygonStock(host::Application& application, int circleKind, double diameter, int sides,
                        double baseAngle, double start, double length)
